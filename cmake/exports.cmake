@@ -1,0 +1,25 @@
+# Reads the public header and collects the names of the exported functions:
+# every declaration there starts with KVX_API on the line that carries the
+# function's name and its opening parenthesis.
+function(kvx_exported_names header out_var)
+  file(STRINGS ${header} lines REGEX "^KVX_API ")
+  set(names)
+  foreach(line IN LISTS lines)
+    if(line MATCHES "([A-Za-z_][A-Za-z0-9_]*)[ ]*\\(")
+      list(APPEND names ${CMAKE_MATCH_1})
+    endif()
+  endforeach()
+  list(REMOVE_DUPLICATES names)
+  list(SORT names)
+  set(${out_var} ${names} PARENT_SCOPE)
+endfunction()
+
+function(kvx_write_version_script path names)
+  set(body "KVXLIB_6 {\n  global:\n")
+  foreach(n IN LISTS names)
+    string(APPEND body "    ${n};\n")
+  endforeach()
+  string(APPEND body "  local:\n    *;\n};\n")
+  file(WRITE ${path}.tmp "${body}")
+  file(COPY_FILE ${path}.tmp ${path} ONLY_IF_DIFFERENT)
+endfunction()

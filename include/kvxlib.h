@@ -1,0 +1,307 @@
+/*
+ * kvxlib 6.0 — positional astronomy.
+ *
+ * The whole public interface: plain C records and exported C functions with
+ * undecorated names (cdecl). Include it from C or C++.
+ *
+ * Conventions that hold for every function below unless its comment says
+ * otherwise:
+ *   - angles are in degrees, Julian dates are doubles in days ("jd" universal
+ *     time, "jde" dynamical time, J2000.0 = 2451545.0), distances in AU;
+ *   - results go through caller-owned pointers; an output pointer may be the
+ *     same storage as an input;
+ *   - a null pointer never crashes the library: a function given a null
+ *     record it must read or write does nothing and returns 0.
+ *   - matrices are 3x3 doubles stored row by row (double[9]) and act on
+ *     column vectors: v' = M v.
+ *
+ * Every declaration starts with KVX_API on the line that names the function:
+ * the build derives the list of exported names from this file.
+ */
+#ifndef KVXLIB_H
+#define KVXLIB_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#  if defined(KVX_BUILDING)
+#    define KVX_API __declspec(dllexport)
+#  else
+#    define KVX_API __declspec(dllimport)
+#  endif
+#elif defined(__GNUC__)
+#  define KVX_API __attribute__((visibility("default")))
+#else
+#  define KVX_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ======================================================================
+ * Records
+ * ====================================================================== */
+
+/* A direction (unit vector) or a position: x, y, z. */
+typedef struct Dc {
+    double x, y, z;
+} Dc;
+
+/* A pair of angles in degrees: longitude-like (right ascension, longitude,
+ * azimuth) first, then latitude-like (declination, latitude, altitude). */
+typedef struct Ad {
+    double a;
+    double d;
+} Ad;
+
+/* Signed sexagesimal angle: sign is +1 or -1, the other fields are not
+ * negative. 24 bytes. */
+typedef struct Deg60 {
+    int32_t sign;
+    int32_t deg;
+    int32_t min;
+    double sec;
+} Deg60;
+
+/* Sexagesimal hours (no sign). 16 bytes. */
+typedef struct Hour60 {
+    int32_t hour;
+    int32_t min;
+    double sec;
+} Hour60;
+
+/* Fixed-point number: signed 32 bits with 30 fraction bits (1.0 = 2^30).
+ * Fixed-point angles are radians in the same scale; pi = 0xC90FDAA2, which
+ * is handled as an unsigned bit pattern. Fixed-point matrices are Fx[9],
+ * row by row. */
+typedef int32_t Fx;
+
+/* Fixed-point vector. 12 bytes. */
+typedef struct FxVec {
+    Fx x, y, z;
+} FxVec;
+
+/* Civil date and time, local time in the zone tz (hours east of Greenwich;
+ * local = universal + tz). Astronomical year numbering (0 = 1 BC). 40 bytes. */
+typedef struct ADate {
+    int32_t year;
+    int32_t month;
+    int32_t day;
+    int32_t hour;
+    int32_t minute;
+    double second;
+    double tz;
+} ADate;
+
+/* Observer: geodetic latitude (deg, north +), longitude (deg, east +),
+ * height above the GRS80 ellipsoid (m). A null Observer pointer means the
+ * centre of the Earth. 24 bytes. */
+typedef struct Observer {
+    double latitude;
+    double longitude;
+    double height;
+} Observer;
+
+/* The time-and-observer record that every position routine reads. Filled by
+ * SetATimeDate, SetATimeJd or SetATimeJd2; plain data, freely copyable.
+ * It begins with the seven ADate fields, so (ADate *)&atime may be passed to
+ * every date function. 592 bytes. */
+typedef struct ATime {
+    int32_t year;            /* local civil date, as ADate              */
+    int32_t month;
+    int32_t day;
+    int32_t hour;
+    int32_t minute;
+    double second;
+    double tz;               /* hours east of Greenwich                 */
+    double obsLatitude;      /* degrees, geodetic (0 without observer)  */
+    double obsLongitude;     /* degrees, east + (0 without observer)    */
+    double obsHeight;        /* metres (-6378137 without observer)      */
+    double lst;              /* local apparent sidereal time, 0..360 deg */
+    double jd;               /* Julian date, universal time             */
+    double jde;              /* Julian date, dynamical time (TT)        */
+    double t;                /* GetT(jde)                               */
+    double t2;               /* GetT2(jde), centuries from J2000.0      */
+    double eps;              /* mean obliquity of date, degrees         */
+    double epsTrue;          /* true obliquity of date, degrees         */
+    double eqToEcl[9];       /* RotateX(eps): equator -> ecliptic of date */
+    double eclToEq[9];       /* RotateX(-eps)                            */
+    double precToJ2000[9];   /* mean equator of date -> J2000.0          */
+    double precFromJ2000[9]; /* J2000.0 -> mean equator of date          */
+    double nutation[2];      /* dpsi, deps in degrees                    */
+    double nutMtx[9];        /* mean -> true equator of date             */
+    double nutInvMtx[9];     /* true -> mean equator of date             */
+    double obsPos[3];        /* observer's geocentric position, AU, J2000.0 axes */
+} ATime;
+
+/* ======================================================================
+ * Vectors, matrices and rotations                      (src/math/vector.cpp)
+ * Rotation matrices are frame rotations: the axes turn by +a.
+ * ====================================================================== */
+
+/* Unit vector (cos d cos a, cos d sin a, sin d) of an angle pair. */
+KVX_API void AdToDc(const Ad *in, Dc *out);
+/* Direction of a unit vector: a in 0..360 (0 at the poles), d = asin(z),
+ * z beyond +-1 giving exactly +-90. */
+KVX_API void DcToAd(const Dc *in, Ad *out);
+/* Direction of a vector of any length. Returns 0 and leaves out untouched
+ * for the zero vector, else 1. */
+KVX_API int32_t DcToAdR(const Dc *in, Ad *out);
+/* Length of v. */
+KVX_API double DcAbs(const Dc *v);
+/* out = a + b. */
+KVX_API void DcAdd(const Dc *a, const Dc *b, Dc *out);
+/* out = a - b. */
+KVX_API void DcSub(const Dc *a, const Dc *b, Dc *out);
+/* Length of b - a. */
+KVX_API double DcDist(const Dc *a, const Dc *b);
+/* out = v * s; returns out. */
+KVX_API Dc *DcMul(const Dc *v, double s, Dc *out);
+/* out = v / s (no guard for s = 0); returns out. */
+KVX_API Dc *DcDiv(const Dc *v, double s, Dc *out);
+/* out = v / |v| (no guard for the zero vector); returns |v|. */
+KVX_API double DcNorm(const Dc *v, Dc *out);
+/* a . b */
+KVX_API double DcScalarProduct(const Dc *a, const Dc *b);
+/* out = a x b. */
+KVX_API void DcOuterProduct(const Dc *a, const Dc *b, Dc *out);
+/* out = M v; returns out. */
+KVX_API Dc *RotateDc(const Dc *v, const double m[9], Dc *out);
+/* out = A B (B is applied first). */
+KVX_API void MulMatrix(const double a[9], const double b[9], double out[9]);
+/* General inverse adj(M)/det(M); no test for a singular matrix. */
+KVX_API void GetInvMatrix(const double m[9], double out[9]);
+/* Identity; returns out. */
+KVX_API double *UnitMatrix(double out[9]);
+/* Frame rotations about x, y, z by a degrees. */
+KVX_API void RotateX(double a, double out[9]);
+KVX_API void RotateY(double a, double out[9]);
+KVX_API void RotateZ(double a, double out[9]);
+/* RotateY(b) RotateZ(a): about z by a, then about the new y by b (degrees). */
+KVX_API void RotatePrm1(double a, double b, double out[9]);
+/* atan2(y, x) in radians, exactly 0 when both are 0. */
+KVX_API double atan3(double y, double x);
+
+/* ======================================================================
+ * Angles, sexagesimal conversion, interpolation         (src/math/angle.cpp)
+ * ====================================================================== */
+
+/* Degrees reduced to 0 <= a < 360. */
+KVX_API double degmal(double a);
+/* Moved once into -180..180: one step of 360 each way (700 gives 340). */
+KVX_API double degmal180(double a);
+/* A latitude: reduced, moved to -180..180, clamped (not reflected) to -90..90. */
+KVX_API double degmal2(double a);
+/* Integer degrees reduced to 0..359. */
+KVX_API int32_t degmalInt(int32_t a);
+/* Hours reduced to 0 <= h < 24. */
+KVX_API double hourmal(double h);
+/* Decimal degrees to sign, degrees, minutes, seconds. */
+KVX_API void DegTo60(double a, Deg60 *out);
+/* As DegTo60, degrees and minutes rounded to the whole minute; the seconds
+ * field then holds the shifted seconds and is not meant to be shown. */
+KVX_API void DegTo60_2(double a, Deg60 *out);
+/* Sexagesimal to decimal degrees. */
+KVX_API double DegTo10(Deg60 a);
+/* Decimal hours to hours, minutes, seconds (pass non-negative hours). */
+KVX_API void HourTo60(double h, Hour60 *out);
+/* Sexagesimal to decimal hours. */
+KVX_API double HourTo10(Hour60 h);
+/* Position angle (0 < pa <= 360, north = 360) and angular distance, both in
+ * degrees, from one point of the sphere to another. Either output may be null. */
+KVX_API void Deg2Point(const Ad *from, const Ad *to, double *positionAngle, double *distance);
+/* Lagrange interpolation through n points (0 when n < 1); the abscissae
+ * must be distinct. */
+KVX_API double Lagrange(double x, int32_t n, const double *xs, const double *ys);
+/* Integer square root, floor(sqrt(n)), for n >= 0 (0 for negative n). */
+KVX_API int32_t lsqrt(int32_t n);
+
+/* ======================================================================
+ * Fixed-point arithmetic                          (src/math/fixed_point.cpp)
+ * ====================================================================== */
+
+/* (a b) >> 30 with a 64-bit product, rounding toward minus infinity. */
+KVX_API int32_t fxpmul(int32_t a, int32_t b);
+/* (a 2^30) / b, truncated toward zero, low 32 bits (0 when b = 0). */
+KVX_API int32_t fxpdiv(int32_t a, int32_t b);
+/* Cosine of a fixed-point angle: 1.0 below 0, 0 from pi/2 on. */
+KVX_API int32_t fxpcos(int32_t angle);
+/* Arc cosine in 0..pi as an unsigned bit pattern. */
+KVX_API int32_t fxpacos(int32_t x);
+/* pi/2 - fxpacos(x). */
+KVX_API int32_t fxpasin(int32_t x);
+/* asin(y / sqrt(x^2 + y^2)): the sign of x is not used, so the result lies in
+ * -pi/2..pi/2; 0 when the radius is below about 0.0049; needs x^2 + y^2 < 1. */
+KVX_API int32_t fxpatan2(int32_t y, int32_t x);
+/* Square root for 0 <= x < 1.0 (1.0 from 1.0 on, 0 below one unit). */
+KVX_API int32_t fxpsqrt(int32_t x);
+/* Square root of an unsigned value for 0 <= x < (pi/2)^2. */
+KVX_API uint32_t fxpusqrt(uint32_t x);
+/* Unit vector of a direction in degrees, components truncated toward zero. */
+KVX_API void AdToFx(const Ad *in, FxVec *out);
+/* Each component times 2^30, truncated toward zero. */
+KVX_API void DcToFx(const Dc *in, FxVec *out);
+/* Each component times 2^-30. */
+KVX_API void FxToDc(const FxVec *in, Dc *out);
+/* Direction in degrees of a fixed-point vector of any length. */
+KVX_API void FxToAd(const FxVec *in, Ad *out);
+/* Each element times 2^30, truncated toward zero. */
+KVX_API void MatrixFlToFx(const double m[9], Fx out[9]);
+/* out = M v (v is copied first, so out may be v). */
+KVX_API void RotateFx(const FxVec *v, const Fx m[9], FxVec *out);
+/* First component of M v only. */
+KVX_API int32_t RotateFxX(const FxVec *v, const Fx m[9]);
+/* Second and third components of M v into out; out->x is left as it was. */
+KVX_API void RotateFxYZ(const FxVec *v, const Fx m[9], FxVec *out);
+/* Third component of M v only. */
+KVX_API int32_t RotateFxZ(const FxVec *v, const Fx m[9]);
+
+/* ======================================================================
+ * Julian dates and civil dates                          (src/time/date.cpp)
+ * Julian calendar up to 1582 October 4, Gregorian from October 15.
+ * ====================================================================== */
+
+/* Julian date of a calendar date (day may carry a fraction). */
+KVX_API double CalcJd(double year, double month, double day);
+/* Julian date (universal time) of a local civil date in its zone. */
+KVX_API double GetJd(const ADate *date);
+/* Calendar date of a Julian date; returns the year. Null outputs are skipped. */
+KVX_API int32_t JdToDate(double jd, int32_t *year, int32_t *month, double *day);
+/* Calendar date and time of a Julian date; tz is left untouched (pass
+ * jd + tz/24 and set tz yourself for local time). */
+KVX_API void JdToDate2(double jd, ADate *out);
+/* jd - 2400000.5 */
+KVX_API double GetMjd(double jd);
+/* Shifts a date by a calendar interval (the interval's tz is not read);
+ * subtract != 0 subtracts. Returns the resulting day of month. A shift to an
+ * exact multiple of a day backwards gives 24:00 of the day before. */
+KVX_API int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtract);
+/* As ChangeDate, but a result outside the years -100000..100000 leaves the
+ * record unchanged. Returns the year ChangeDate produced, even if rejected. */
+KVX_API int32_t ChangeLimitDate(ADate *date, const ADate *interval, int32_t subtract);
+/* Re-expresses the date in another zone (hours); returns the year. */
+KVX_API int32_t ChangeTimezone(ADate *date, double newTz);
+/* Normalises hours 24..36 and minute 60 into the following day; returns the year. */
+KVX_API int32_t Date36To24(ADate *date);
+/* 1 if the date is valid (hours 0..36 and minutes 0..60 allowed), else 0. */
+KVX_API int32_t CheckDate(const ADate *date);
+/* Current date and time in zone tz (hours), whole seconds; reserved is not
+ * read. Returns the year. */
+KVX_API int32_t GetNowDate(ADate *date, double reserved, double tz);
+/* The system's current offset from universal time, in whole hours (a
+ * +5:30 zone gives 5). */
+KVX_API double GetTimezone(void);
+/* Years from JD 2442412.5 with a small rate term. */
+KVX_API double GetT(double jd);
+/* Julian centuries from J2000.0. */
+KVX_API double GetT2(double jd);
+/* IAU 2006 mean obliquity of the ecliptic (degrees) at a dynamical Julian
+ * date, centuries clamped to +-30. */
+KVX_API double GetEp(double jde);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* KVXLIB_H */

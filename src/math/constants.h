@@ -1,0 +1,19 @@
+// Numerical constants shared across the library, with the exact values and
+// conversion order the results depend on.
+#pragma once
+
+namespace kvx {
+
+inline constexpr double kPi = 3.141592653589793;
+
+// Degrees to radians as a * pi / 180, and back as r * 180 / pi, in that
+// order of operations (results are compared to the last bit).
+inline double DegToRad(double a) { return a * kPi / 180.0; }
+inline double RadToDeg(double r) { return r * 180.0 / kPi; }
+
+inline constexpr double kJ2000 = 2451545.0;
+inline constexpr double kDaysPerCentury = 36525.0;
+inline constexpr double kKmPerAu = 149597870.0;
+inline constexpr double kLightDaysPerAu = 0.005775518308;
+
+}  // namespace kvx

@@ -1,0 +1,208 @@
+// Direction-cosine vectors, angle pairs and 3x3 matrices (row by row,
+// acting as M v). Every function reads all inputs before writing, so an
+// output may alias an input.
+#include <cmath>
+
+#include "kvxlib.h"
+#include "math/constants.h"
+
+using kvx::DegToRad;
+using kvx::RadToDeg;
+
+/// AdToDc: unit vector (cos d cos a, cos d sin a, sin d) of an angle pair in
+/// degrees. Null pointers do nothing.
+extern "C" void AdToDc(const Ad *in, Dc *out) {
+    if (!in || !out) return;
+    const double a = DegToRad(in->a);
+    const double d = DegToRad(in->d);
+    const double cd = std::cos(d);
+    const double x = cd * std::cos(a), y = cd * std::sin(a), z = std::sin(d);
+    out->x = x;
+    out->y = y;
+    out->z = z;
+}
+
+/// DcToAd: direction (degrees) of a unit vector. a = atan3(y, x) in 0..360
+/// (0 when x = y = 0); d = asin(z), exactly -90/90 when z lies beyond -1/1.
+extern "C" void DcToAd(const Dc *in, Ad *out) {
+    if (!in || !out) return;
+    double a = RadToDeg(atan3(in->y, in->x));
+    if (a < 0.0) a += 360.0;
+    double d;
+    if (in->z < -1.0) d = -90.0;
+    else if (in->z > 1.0) d = 90.0;
+    else d = RadToDeg(std::asin(in->z));
+    out->a = a;
+    out->d = d;
+}
+
+/// DcToAdR: direction of a vector of any length. Returns 0 (out untouched)
+/// when the length is exactly 0, else 1. The length is not returned.
+extern "C" int32_t DcToAdR(const Dc *in, Ad *out) {
+    if (!in || !out) return 0;
+    const double r = DcAbs(in);
+    if (r == 0.0) return 0;
+    const Dc u{in->x / r, in->y / r, in->z / r};
+    DcToAd(&u, out);
+    return 1;
+}
+
+/// DcAbs: length sqrt(x^2 + y^2 + z^2); 0 for null.
+extern "C" double DcAbs(const Dc *v) {
+    if (!v) return 0.0;
+    return std::sqrt(v->x * v->x + v->y * v->y + v->z * v->z);
+}
+
+/// DcAdd: out = a + b.
+extern "C" void DcAdd(const Dc *a, const Dc *b, Dc *out) {
+    if (!a || !b || !out) return;
+    const Dc r{a->x + b->x, a->y + b->y, a->z + b->z};
+    *out = r;
+}
+
+/// DcSub: out = a - b.
+extern "C" void DcSub(const Dc *a, const Dc *b, Dc *out) {
+    if (!a || !b || !out) return;
+    const Dc r{a->x - b->x, a->y - b->y, a->z - b->z};
+    *out = r;
+}
+
+/// DcDist: length of b - a; 0 for null.
+extern "C" double DcDist(const Dc *a, const Dc *b) {
+    if (!a || !b) return 0.0;
+    const Dc d{b->x - a->x, b->y - a->y, b->z - a->z};
+    return DcAbs(&d);
+}
+
+/// DcMul: out = v * s; returns out (null when an argument is null).
+extern "C" Dc *DcMul(const Dc *v, double s, Dc *out) {
+    if (!v || !out) return nullptr;
+    const Dc r{v->x * s, v->y * s, v->z * s};
+    *out = r;
+    return out;
+}
+
+/// DcDiv: out = v / s, with no guard against s = 0 (infinities or NaN
+/// follow IEEE arithmetic); returns out.
+extern "C" Dc *DcDiv(const Dc *v, double s, Dc *out) {
+    if (!v || !out) return nullptr;
+    const Dc r{v->x / s, v->y / s, v->z / s};
+    *out = r;
+    return out;
+}
+
+/// DcNorm: out = v / |v|, no guard against the zero vector; returns |v|.
+extern "C" double DcNorm(const Dc *v, Dc *out) {
+    if (!v || !out) return 0.0;
+    const double r = DcAbs(v);
+    DcDiv(v, r, out);
+    return r;
+}
+
+/// DcScalarProduct: a . b; 0 for null.
+extern "C" double DcScalarProduct(const Dc *a, const Dc *b) {
+    if (!a || !b) return 0.0;
+    return a->x * b->x + a->y * b->y + a->z * b->z;
+}
+
+/// DcOuterProduct: out = a x b.
+extern "C" void DcOuterProduct(const Dc *a, const Dc *b, Dc *out) {
+    if (!a || !b || !out) return;
+    const Dc r{a->y * b->z - a->z * b->y, a->z * b->x - a->x * b->z, a->x * b->y - a->y * b->x};
+    *out = r;
+}
+
+/// RotateDc: out = M v with M row by row; returns out.
+extern "C" Dc *RotateDc(const Dc *v, const double m[9], Dc *out) {
+    if (!v || !m || !out) return nullptr;
+    const Dc r{m[0] * v->x + m[1] * v->y + m[2] * v->z,
+               m[3] * v->x + m[4] * v->y + m[5] * v->z,
+               m[6] * v->x + m[7] * v->y + m[8] * v->z};
+    *out = r;
+    return out;
+}
+
+/// MulMatrix: out = A B, so applying out equals applying B, then A.
+extern "C" void MulMatrix(const double a[9], const double b[9], double out[9]) {
+    if (!a || !b || !out) return;
+    double r[9];
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            r[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
+    for (int k = 0; k < 9; ++k) out[k] = r[k];
+}
+
+/// GetInvMatrix: the general inverse adj(M) / det(M), the determinant
+/// expanded along the first row. Used on rotations too, where it differs from
+/// the transpose only by rounding. No singularity test: a singular matrix
+/// gives infinities or NaN.
+extern "C" void GetInvMatrix(const double m[9], double out[9]) {
+    if (!m || !out) return;
+    const double c00 = m[4] * m[8] - m[5] * m[7];
+    const double c01 = m[5] * m[6] - m[3] * m[8];
+    const double c02 = m[3] * m[7] - m[4] * m[6];
+    const double det = m[0] * c00 + m[1] * c01 + m[2] * c02;
+    double r[9];
+    r[0] = c00 / det;
+    r[1] = (m[2] * m[7] - m[1] * m[8]) / det;
+    r[2] = (m[1] * m[5] - m[2] * m[4]) / det;
+    r[3] = c01 / det;
+    r[4] = (m[0] * m[8] - m[2] * m[6]) / det;
+    r[5] = (m[2] * m[3] - m[0] * m[5]) / det;
+    r[6] = c02 / det;
+    r[7] = (m[1] * m[6] - m[0] * m[7]) / det;
+    r[8] = (m[0] * m[4] - m[1] * m[3]) / det;
+    for (int k = 0; k < 9; ++k) out[k] = r[k];
+}
+
+/// UnitMatrix: writes the identity; returns out.
+extern "C" double *UnitMatrix(double out[9]) {
+    if (!out) return nullptr;
+    for (int k = 0; k < 9; ++k) out[k] = (k % 4 == 0) ? 1.0 : 0.0;
+    return out;
+}
+
+/// RotateX: frame rotation about x by a degrees:
+/// rows (1,0,0), (0,cos a,sin a), (0,-sin a,cos a). RotateX(eps) turns
+/// equatorial into ecliptic coordinates.
+extern "C" void RotateX(double a, double out[9]) {
+    if (!out) return;
+    const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
+    out[0] = 1.0; out[1] = 0.0; out[2] = 0.0;
+    out[3] = 0.0; out[4] = c;   out[5] = s;
+    out[6] = 0.0; out[7] = -s;  out[8] = c;
+}
+
+/// RotateY: rows (cos a,0,-sin a), (0,1,0), (sin a,0,cos a); a in degrees.
+extern "C" void RotateY(double a, double out[9]) {
+    if (!out) return;
+    const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
+    out[0] = c;   out[1] = 0.0; out[2] = -s;
+    out[3] = 0.0; out[4] = 1.0; out[5] = 0.0;
+    out[6] = s;   out[7] = 0.0; out[8] = c;
+}
+
+/// RotateZ: rows (cos a,sin a,0), (-sin a,cos a,0), (0,0,1); a in degrees.
+extern "C" void RotateZ(double a, double out[9]) {
+    if (!out) return;
+    const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
+    out[0] = c;   out[1] = s;   out[2] = 0.0;
+    out[3] = -s;  out[4] = c;   out[5] = 0.0;
+    out[6] = 0.0; out[7] = 0.0; out[8] = 1.0;
+}
+
+/// RotatePrm1: RotateY(b) RotateZ(a): about z by a, then about the new y
+/// by b (degrees).
+extern "C" void RotatePrm1(double a, double b, double out[9]) {
+    if (!out) return;
+    double rz[9], ry[9];
+    RotateZ(a, rz);
+    RotateY(b, ry);
+    MulMatrix(ry, rz, out);
+}
+
+/// atan3: atan2(y, x) in radians, but exactly 0 when both are 0.
+extern "C" double atan3(double y, double x) {
+    if (y == 0.0 && x == 0.0) return 0.0;
+    return std::atan2(y, x);
+}

@@ -1,0 +1,244 @@
+// Civil dates and Julian dates: conversions both ways across the 1582
+// calendar reform, calendar-interval shifts, zone changes, validation, the
+// system clock and zone, and the small time arguments.
+#include <cmath>
+
+#include "kvxlib.h"
+#include "platform/clock.h"
+
+/// CalcJd: Julian date of a calendar date (year, month, day with fraction).
+/// The Gregorian correction is applied when the Julian-calendar value exceeds
+/// 2299160.5, so both Julian 1582-10-05 0h and Gregorian 1582-10-15 0h give
+/// 2299160.5.
+extern "C" double CalcJd(double year, double month, double day) {
+    double y = year, m = month;
+    if (m < 3.0) {
+        y = year - 1.0;
+        m = month + 12.0;
+    }
+    double jd = std::floor((m - 2.0) * 30.59) + std::floor(y * 365.25) + day + 1721086.5;
+    if (jd > 2299160.5) jd = jd + std::floor(y / 400.0) - std::floor(y / 100.0) + 2.0;
+    return jd;
+}
+
+/// GetJd: Julian date (universal time) of a local civil date in its zone.
+/// Out-of-range hours and minutes are carried into the day. 0 for null.
+extern "C" double GetJd(const ADate *date) {
+    if (!date) return 0.0;
+    const double fraction = date->minute / 1440.0 + date->hour / 24.0 + date->second / 86400.0 - date->tz / 24.0;
+    return CalcJd(date->year, date->month, date->day + fraction);
+}
+
+/// JdToDate: calendar date of a Julian date (the classical inverse); day
+/// carries the fraction of the day. Returns the year; null outputs are skipped.
+extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, double *dayOut) {
+    const double z = std::floor(jd + 0.5);
+    const double f = jd + 0.5 - z;
+    double a = z;
+    if (z >= 2299160.5) {
+        const double alpha = std::floor((z - 1867216.25) / 36524.25);
+        a = z + alpha - std::floor(alpha * 0.25) + 1.0;
+    }
+    const double b = a + 1524.0;
+    const double c = std::floor((b - 122.1) / 365.25);
+    const double d = std::floor(c * 365.25);
+    const double e = std::floor((b - d) / 30.6001);
+    const double day = b - d - std::floor(e * 30.6001) + f;
+    const int32_t month = static_cast<int32_t>(std::floor(e - (e >= 13.5 ? 13.0 : 1.0) + 0.5));
+    const int32_t year = static_cast<int32_t>(std::floor(c - (month > 2 ? 4716.0 : 4715.0) + 0.5));
+    if (yearOut) *yearOut = year;
+    if (monthOut) *monthOut = month;
+    if (dayOut) *dayOut = day;
+    return year;
+}
+
+/// JdToDate2: calendar date and time of a Julian date, all parts truncated
+/// toward zero. The tz field is not written: for local time pass jd + tz/24
+/// and set tz yourself.
+extern "C" void JdToDate2(double jd, ADate *out) {
+    if (!out) return;
+    int32_t year, month;
+    double dayValue;
+    JdToDate(jd, &year, &month, &dayValue);
+    const double day = std::trunc(dayValue);
+    double f = dayValue - day;
+    const double hour = std::trunc(f * 24.0);
+    f = f - hour / 24.0;
+    const double minute = std::trunc(f * 24.0 * 60.0);
+    out->year = year;
+    out->month = month;
+    out->day = static_cast<int32_t>(day);
+    out->hour = static_cast<int32_t>(hour);
+    out->minute = static_cast<int32_t>(minute);
+    out->second = (f - minute / 24.0 / 60.0) * 24.0 * 60.0 * 60.0;
+}
+
+/// GetMjd: modified Julian date, jd - 2400000.5.
+extern "C" double GetMjd(double jd) { return jd - 2400000.5; }
+
+/// ChangeDate: shifts a civil date by a calendar interval (year, month, day,
+/// hour, minute, second of `interval`; its tz is not read); subtract != 0
+/// subtracts. Time is carried first, then days through the Julian date, then
+/// months and years; a result inside 1582-10-05..14 snaps to October 4 (days
+/// 5-9) or 15 (10-14); a last pass through the Julian date rolls a day past
+/// the month's end over (Jan 31 + 1 month = Mar 3). A backward shift to an
+/// exact multiple of a day yields 24:00 of the day before (not normalised).
+/// Returns the resulting day of month.
+extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtract) {
+    if (!date || !interval) return 0;
+    ADate copy = *date;
+    copy.tz = 0.0;
+
+    double s = date->hour * 3600.0 + date->minute * 60.0 + date->second;
+    double d = interval->hour * 3600.0 + interval->minute * 60.0 + interval->second;
+    if (subtract) d = -d;
+    s = s + d;
+
+    double carry = 0.0;
+    if (s >= 86400.0) {
+        carry = std::trunc(s / 86400.0);
+        s = std::fmod(s, 86400.0);
+    } else if (s < 0.0) {
+        carry = -std::trunc(-s / 86400.0) - 1.0;
+        s = std::fmod(s, 86400.0) + 86400.0;
+    }
+    const double hour = std::trunc(s / 3600.0);
+    const double minute = std::trunc(s / 60.0) - 60.0 * hour;
+    date->hour = static_cast<int32_t>(hour);
+    date->minute = static_cast<int32_t>(minute);
+    date->second = s - hour * 3600.0 - minute * 60.0;
+
+    const double days = subtract ? carry - interval->day : interval->day + carry;
+    copy.hour = 12;
+    copy.minute = 0;
+    copy.second = 0.0;
+    JdToDate2(GetJd(&copy) + days, &copy);
+
+    int32_t month = subtract ? copy.month - interval->month : copy.month + interval->month;
+    if (month < 1) {
+        const int32_t q = month / 12;
+        copy.year = copy.year - 1 + q;
+        month = month - 12 * q + 12;
+    } else if (month >= 13) {
+        copy.year = copy.year + (month - 1) / 12;
+        month = (month - 1) % 12 + 1;
+    }
+    copy.month = month;
+    copy.year = subtract ? copy.year - interval->year : copy.year + interval->year;
+
+    if (copy.year == 1582 && copy.month == 10) {
+        if (copy.day >= 5 && copy.day <= 9) copy.day = 4;
+        else if (copy.day >= 10 && copy.day <= 14) copy.day = 15;
+    }
+
+    copy.hour = 12;
+    copy.minute = 0;
+    copy.second = 0.0;
+    copy.tz = 0.0;
+    JdToDate2(GetJd(&copy), &copy);
+
+    date->year = copy.year;
+    date->month = copy.month;
+    date->day = copy.day;
+    return copy.day;
+}
+
+/// ChangeLimitDate: ChangeDate, but a resulting year outside -100000..100000
+/// restores the record unchanged. Returns the year ChangeDate produced, also
+/// when it was rejected.
+extern "C" int32_t ChangeLimitDate(ADate *date, const ADate *interval, int32_t subtract) {
+    if (!date || !interval) return 0;
+    const ADate saved = *date;
+    ChangeDate(date, interval, subtract);
+    const int32_t year = date->year;
+    if (year < -100000 || year > 100000) *date = saved;
+    return year;
+}
+
+/// ChangeTimezone: re-expresses a local date in zone newTz (hours) by a
+/// shift of (newTz - tz) hours through ChangeLimitDate, then sets tz = newTz.
+/// Returns ChangeLimitDate's year.
+extern "C" int32_t ChangeTimezone(ADate *date, double newTz) {
+    if (!date) return 0;
+    ADate interval{};
+    interval.second = (newTz - date->tz) * 60.0 * 60.0;
+    const int32_t year = ChangeLimitDate(date, &interval, 0);
+    date->tz = newTz;
+    return year;
+}
+
+/// Date36To24: a zero shift that normalises hours 24..36 or minute 60 into
+/// the following day. Returns the year.
+extern "C" int32_t Date36To24(ADate *date) {
+    if (!date) return 0;
+    return ChangeTimezone(date, date->tz);
+}
+
+/// CheckDate: 1 when month is 1..12, the day exists in that month (Julian
+/// leap rule up to 1582, negative multiples of 4 included; Gregorian after),
+/// hour is 0..36, minute 0..60 and the date is not 1582-10-05..14; else 0.
+/// The second is not checked.
+extern "C" int32_t CheckDate(const ADate *date) {
+    if (!date) return 0;
+    const int32_t y = date->year, m = date->month, d = date->day;
+    if (m < 1 || m > 12) return 0;
+    const bool leap = (y > 1582) ? ((y % 4 == 0 && y % 100 != 0) || y % 400 == 0) : (y % 4 == 0);
+    static const int32_t kDaysInMonth[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const int32_t dim = (m == 2 && leap) ? 29 : kDaysInMonth[m - 1];
+    if (d < 1 || d > dim) return 0;
+    if (static_cast<uint32_t>(date->hour) > 36u) return 0;
+    if (static_cast<uint32_t>(date->minute) > 60u) return 0;
+    if (y == 1582 && m == 10 && d >= 5 && d <= 14) return 0;
+    return 1;
+}
+
+/// GetNowDate: the current date and time in zone tz (hours), whole seconds
+/// (milliseconds dropped). `reserved` is not read. Returns the year.
+extern "C" int32_t GetNowDate(ADate *date, double reserved, double tz) {
+    (void)reserved;
+    if (!date) return 0;
+    kvx::platform::UtcNow now{};
+    if (!kvx::platform::SystemUtcNow(&now)) now = {2000, 1, 1, 0, 0, 0};
+    date->year = now.year;
+    date->month = now.month;
+    date->day = now.day;
+    date->hour = now.hour;
+    date->minute = now.minute;
+    date->second = now.second;
+    date->tz = 0.0;
+    const int32_t year = ChangeTimezone(date, tz);
+    date->tz = tz;
+    return year;
+}
+
+/// GetTimezone: the system's current offset from universal time in hours:
+/// -bias / 60 plus, under daylight-saving time, -daylightBias / 60, each in
+/// integer arithmetic truncated toward zero, so half- and quarter-hour zones
+/// lose their fraction (+5:30 gives 5).
+extern "C" double GetTimezone(void) {
+    const kvx::platform::ZoneInfo z = kvx::platform::SystemZone();
+    int hours = (-z.biasMinutes) / 60;
+    if (z.daylight) hours += (-z.daylightBiasMinutes) / 60;
+    return hours;
+}
+
+/// GetT: years from JD 2442412.5 with a small rate term:
+/// t + (0.0317 t + 1.43) 1e-6, t = (jd - 2442412.5) / 365.25.
+extern "C" double GetT(double jd) {
+    const double t = (jd - 2442412.5) / 365.25;
+    return t + (0.0317 * t + 1.43) * 1e-6;
+}
+
+/// GetT2: Julian centuries from J2000.0, (jd - 2451545.0) / 36525.0.
+extern "C" double GetT2(double jd) { return (jd - 2451545.0) / 36525.0; }
+
+/// GetEp: IAU 2006 mean obliquity of the ecliptic in degrees (Capitaine et
+/// al. 2003 coefficients, divided by 3600) at a dynamical Julian date; the
+/// centuries from J2000.0 are clamped to -30..30.
+extern "C" double GetEp(double jde) {
+    double t = (jde - 2451545.0) / 36525.0;
+    if (t < -30.0) t = -30.0;
+    if (t > 30.0) t = 30.0;
+    const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;
+    return 23.4392794444 - 0.01301021361 * t - 5.0861e-8 * t2 + 5.565e-7 * t3 - 1.6e-10 * t4 - 1.2056e-11 * t5;
+}
