@@ -11,7 +11,7 @@ CMAKE_ARGS += -DKVX_WERROR=ON
 endif
 
 BUILD_DEPS = cmake g++ make libgtest-dev
-BENCH_DEPS = libbenchmark-dev
+BENCH_DEPS = libbenchmark-dev liberfa-dev libnova-dev libswe-dev swe-basic-data
 
 .PHONY: all demo test bench clean deps bench-deps configure
 

@@ -300,6 +300,90 @@ KVX_API double GetT2(double jd);
  * date, centuries clamped to +-30. */
 KVX_API double GetEp(double jde);
 
+/* ======================================================================
+ * Delta T                         (src/time/delta_t.cpp)
+ * ====================================================================== */
+
+/* end of: Delta T */
+
+/* ======================================================================
+ * Precession and nutation (src/time/precession.cpp, src/time/nutation.cpp)
+ * ====================================================================== */
+
+/* end of: Precession and nutation */
+
+/* ======================================================================
+ * Time-and-observer record, sidereal time, observer vectors (src/time/atime.cpp)
+ * ====================================================================== */
+
+/* end of: Time-and-observer record, sidereal time, observer vectors */
+
+/* ======================================================================
+ * Apparent place: aberration, deflection, parallax, proper motion (src/place/)
+ * ====================================================================== */
+
+/* end of: Apparent place: aberration, deflection, parallax, proper motion */
+
+/* ======================================================================
+ * Atmospheric refraction      (src/place/refraction.cpp)
+ * ====================================================================== */
+
+/* end of: Atmospheric refraction */
+
+/* ======================================================================
+ * Coordinate systems and position angle (src/place/coordinates.cpp)
+ * ====================================================================== */
+
+/* end of: Coordinate systems and position angle */
+
+/* ======================================================================
+ * Constellations           (src/place/constellation.cpp)
+ * ====================================================================== */
+
+/* end of: Constellations */
+
+/* ======================================================================
+ * JPL DE ephemeris and position files       (src/solar/)
+ * ====================================================================== */
+
+/* end of: JPL DE ephemeris and position files */
+
+/* ======================================================================
+ * The Sun                            (src/solar/sun.cpp)
+ * ====================================================================== */
+
+/* end of: The Sun */
+
+/* ======================================================================
+ * The Moon                          (src/solar/moon.cpp)
+ * ====================================================================== */
+
+/* end of: The Moon */
+
+/* ======================================================================
+ * Moon phases and age         (src/solar/moon_phase.cpp)
+ * ====================================================================== */
+
+/* end of: Moon phases and age */
+
+/* ======================================================================
+ * The planets and orbital elements (src/solar/planet.cpp)
+ * ====================================================================== */
+
+/* end of: The planets and orbital elements */
+
+/* ======================================================================
+ * Comets and minor planets                  (src/comet/)
+ * ====================================================================== */
+
+/* end of: Comets and minor planets */
+
+/* ======================================================================
+ * Meteor showers               (src/calendar/meteor.cpp)
+ * ====================================================================== */
+
+/* end of: Meteor showers */
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,4 +1,8 @@
 // kvx (almanac): the day's almanac for a place, by default Tokyo and now.
+// The header (place, local time, Julian date) is printed here; the other
+// sections register themselves from their own files.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <string>
 
@@ -6,38 +10,67 @@
 
 namespace kvx::cli {
 
+namespace {
+
+std::vector<AlmanacSection> &SectionRegistry() {
+    static std::vector<AlmanacSection> sections;
+    return sections;
+}
+
+void HeaderText(const AlmanacContext &c) {
+    const Observer &o = c.place.observer;
+    std::printf("kvx almanac\n");
+    std::printf("  place     %.4f %s  %.4f %s  %.0f m\n", std::fabs(o.latitude), o.latitude >= 0 ? "N" : "S",
+                std::fabs(o.longitude), o.longitude >= 0 ? "E" : "W", o.height);
+    std::printf("  local     %04d-%02d-%02d %02d:%02d:%02d  UTC%s  %s\n", c.date.year, c.date.month, c.date.day,
+                c.date.hour, c.date.minute, static_cast<int>(c.date.second), FormatZone(c.place.tz).c_str(),
+                WeekdayName(c.jd, c.place.tz));
+    std::printf("  JD        %.6f (UT)\n", c.jd);
+    std::printf("  MJD       %.6f\n", GetMjd(c.jd));
+}
+
+void HeaderJson(const AlmanacContext &c, Json &out) {
+    Json place;
+    place.Num("latitude", c.place.observer.latitude)
+        .Num("longitude", c.place.observer.longitude)
+        .Num("height", c.place.observer.height);
+    out.Raw("place", place.Text())
+        .Str("local", FormatDate(c.date))
+        .Num("tz", c.place.tz)
+        .Str("weekday", WeekdayName(c.jd, c.place.tz))
+        .Num("jd", c.jd)
+        .Num("mjd", GetMjd(c.jd));
+}
+
 int RunAlmanac(const Args &args) {
     if (!args.Positional().empty()) throw UsageError{"unexpected argument '" + args.Positional()[0] + "'"};
-    const Place place = PlaceFrom(args);
-    const ADate date = DateOption(args, place.tz);
-    const double jd = GetJd(&date);
-    const char *weekday = WeekdayName(jd, place.tz);
-
+    AlmanacContext ctx{};
+    ctx.place = PlaceFrom(args);
+    ctx.date = DateOption(args, ctx.place.tz);
+    ctx.jd = GetJd(&ctx.date);
     if (args.Flag("json")) {
-        Json place_json;
-        place_json.Num("latitude", place.observer.latitude)
-            .Num("longitude", place.observer.longitude)
-            .Num("height", place.observer.height);
-        std::printf("%s\n", Json()
-                                .Raw("place", place_json.Text())
-                                .Str("local", FormatDate(date))
-                                .Num("tz", place.tz)
-                                .Str("weekday", weekday)
-                                .Num("jd", jd)
-                                .Num("mjd", GetMjd(jd))
-                                .Text()
-                                .c_str());
-        return 0;
+        Json out;
+        for (const auto &s : AlmanacSections()) s.json(ctx, out);
+        std::printf("%s\n", out.Text().c_str());
+    } else {
+        for (const auto &s : AlmanacSections()) s.text(ctx);
     }
-    std::printf("kvx almanac\n");
-    std::printf("  place     %.4f %s  %.4f %s  %.0f m\n", std::abs(place.observer.latitude),
-                place.observer.latitude >= 0 ? "N" : "S", std::abs(place.observer.longitude),
-                place.observer.longitude >= 0 ? "E" : "W", place.observer.height);
-    std::printf("  local     %04d-%02d-%02d %02d:%02d:%02d  UTC%s  %s\n", date.year, date.month, date.day, date.hour,
-                date.minute, static_cast<int>(date.second), FormatZone(place.tz).c_str(), weekday);
-    std::printf("  JD        %.6f\n", jd);
-    std::printf("  MJD       %.6f\n", GetMjd(jd));
     return 0;
 }
+
+}  // namespace
+
+AlmanacRegistrar::AlmanacRegistrar(const AlmanacSection &s) {
+    auto &r = SectionRegistry();
+    r.push_back(s);
+    std::stable_sort(r.begin(), r.end(), [](const AlmanacSection &a, const AlmanacSection &b) { return a.order < b.order; });
+}
+
+const std::vector<AlmanacSection> &AlmanacSections() { return SectionRegistry(); }
+
+KVX_ALMANAC_SECTION(0, HeaderText, HeaderJson);
+
+KVX_COMMAND(0, "almanac", "[almanac] [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]",
+            {"json"}, RunAlmanac);
 
 }  // namespace kvx::cli

@@ -6,6 +6,8 @@
 
 namespace kvx::cli {
 
+namespace {
+
 int RunJd(const Args &args) {
     args.ExpectPositional(1, 1);
     const double tz = args.Number("tz", 0.0);
@@ -46,5 +48,10 @@ int RunDate(const Args &args) {
     }
     return 0;
 }
+
+}  // namespace
+
+KVX_COMMAND(10, "jd", "jd YYYY-MM-DD[Thh:mm[:ss]] [--tz H] [--json]", {"json"}, RunJd);
+KVX_COMMAND(11, "date", "date JD [--tz H] [--json]", {"json"}, RunDate);
 
 }  // namespace kvx::cli

@@ -2,6 +2,7 @@
 // the almanac for the default place and the current time; every subcommand
 // prints text by default and one JSON object with --json. Bad arguments give
 // a one-line error and a usage hint on stderr and exit status 2.
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -11,15 +12,20 @@
 
 namespace kvx::cli {
 
-const std::vector<Command> &Commands() {
-    static const std::vector<Command> kCommands = {
-        {"almanac", "[almanac] [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]", {"json"},
-         RunAlmanac},
-        {"jd", "jd YYYY-MM-DD[Thh:mm[:ss]] [--tz H] [--json]", {"json"}, RunJd},
-        {"date", "date JD [--tz H] [--json]", {"json"}, RunDate},
-    };
-    return kCommands;
+namespace {
+std::vector<Command> &Registry() {
+    static std::vector<Command> commands;
+    return commands;
 }
+}  // namespace
+
+CommandRegistrar::CommandRegistrar(const Command &c) {
+    auto &r = Registry();
+    r.push_back(c);
+    std::stable_sort(r.begin(), r.end(), [](const Command &a, const Command &b) { return a.order < b.order; });
+}
+
+const std::vector<Command> &Commands() { return Registry(); }
 
 }  // namespace kvx::cli
 
@@ -39,6 +45,7 @@ int main(int argc, char **argv) {
         PrintUsage(stdout);
         return 0;
     }
+    if (Commands().empty()) return 1;
     const Command *command = &Commands()[0];
     if (!words.empty() && words[0].rfind("--", 0) != 0) {
         command = nullptr;
