@@ -352,6 +352,32 @@ KVX_API double GetEp(double jde);
  * The Sun                            (src/solar/sun.cpp)
  * ====================================================================== */
 
+/* Result record of CalcSun, CalcPlanet, CalcMoon/CalcMoon2, CalcComet and
+ * CalcSatellite: 37 eight-byte slots, field k (1-based) at byte offset
+ * 8(k-1). Fields are doubles, read as f[k-1] (KVX_BODYPOS_FIELD), except the
+ * 32-bit integers that some bodies store at the start of a slot, read as
+ * i[2(k-1)] (KVX_BODYPOS_INT): a planet's field 37 (magnitude in tenths),
+ * a satellite's field 27, and the Moon's fixed-point direction, three int32
+ * from field 27 on (fx, i.e. i[52..54]). 296 bytes.
+ * The first seven fields are common to all bodies: */
+#define KVX_BP_RA_J2000   1  /* right ascension, J2000 mean equator, astrometric, topocentric */
+#define KVX_BP_DEC_J2000  2  /* declination, same frame */
+#define KVX_BP_RA_APP     3  /* apparent right ascension of date */
+#define KVX_BP_DEC_APP    4  /* apparent declination of date */
+#define KVX_BP_ECL_LON    5  /* ecliptic longitude, mean ecliptic of date */
+#define KVX_BP_ECL_LAT    6  /* ecliptic latitude, mean ecliptic of date */
+#define KVX_BP_DISTANCE   7  /* observer to body: AU (Moon: km) */
+typedef union BodyPos {
+    double f[37];
+    int32_t i[74];
+    struct {
+        double head[26];
+        FxVec fx;          /* the Moon's direction in fixed point, field 27 on */
+    } moon;
+} BodyPos;
+#define KVX_BODYPOS_FIELD(bp, k) ((bp).f[(k) - 1])
+#define KVX_BODYPOS_INT(bp, k) ((bp).i[2 * ((k) - 1)])
+
 /* end of: The Sun */
 
 /* ======================================================================
