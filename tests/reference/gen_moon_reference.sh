@@ -1,0 +1,10 @@
+#!/bin/sh
+# Regenerates the Moon reference data under data/ from the Swiss Ephemeris.
+# Needs: apt-get install -y libswe-dev swe-basic-data
+set -e
+here=$(cd "$(dirname "$0")" && pwd)
+tmp=$(mktemp -d)
+trap 'rm -rf "$tmp"' EXIT
+cc -O2 -o "$tmp/moon_swe" "$here/moon_swe.c" -I/usr/include/libswe -lswe -lm
+"$tmp/moon_swe" lbr > "$here/data/moon_swe_lbr.txt"
+"$tmp/moon_swe" phases > "$here/data/moon_swe_phases.txt"
