@@ -8,3 +8,7 @@ trap 'rm -rf "$tmp"' EXIT
 cc -O2 -o "$tmp/moon_swe" "$here/moon_swe.c" -I/usr/include/libswe -lswe -lm
 "$tmp/moon_swe" lbr > "$here/data/moon_swe_lbr.txt"
 "$tmp/moon_swe" phases > "$here/data/moon_swe_phases.txt"
+
+# Librations: needs node and the npm registry (package "astronomia").
+npm install --silent --no-save --prefix "$tmp/npm" astronomia@4.2.0 >/dev/null 2>&1
+NODE_PATH="$tmp/npm/node_modules" node "$here/moon_libration_astronomia.cjs" > "$here/data/moon_libration_astronomia.txt"
