@@ -390,6 +390,12 @@ typedef union BodyPos {
  * Moon phases and age         (src/solar/moon_phase.cpp)
  * ====================================================================== */
 
+/* Dynamical-time Julian date of a principal phase of lunation k by the
+ * series of the true phases (Meeus); k = 0 is the new Moon of 2000 January 6
+ * and the fraction of k (k - floor(k)) selects .0 new, .25 first quarter,
+ * .5 full, .75 last quarter; other fractions give the new-Moon series. */
+KVX_API double GetNewMoonJd2000(double k);
+
 /* end of: Moon phases and age */
 
 /* ======================================================================
