@@ -396,6 +396,12 @@ typedef union BodyPos {
  * .5 full, .75 last quarter; other fractions give the new-Moon series. */
 KVX_API double GetNewMoonJd2000(double k);
 
+/* Days since the last new Moon at Julian date jd: from the phase series
+ * inside JD 1356173.0..3547272.0 (sunPos, moonPos unused there), outside it
+ * from moonPos field 11 minus sunPos field 5 over the mean daily elongation
+ * (0 when either record is null). */
+KVX_API double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *moonPos);
+
 /* end of: Moon phases and age */
 
 /* ======================================================================
