@@ -304,6 +304,16 @@ KVX_API double GetEp(double jde);
  * Delta T                         (src/time/delta_t.cpp)
  * ====================================================================== */
 
+/* Dynamical time (TT) of a universal-time Julian date: jd + Delta T. Delta T
+ * comes from the delta-T file loaded at start-up when it covers jd, else the
+ * TAI - UTC steps of 1961-1971, else the Espenak-Meeus polynomials. */
+KVX_API double UtToDt(double jd);
+/* Universal time of a dynamical Julian date: jde - Delta T(jde), Delta T
+ * taken at jde itself (no iteration). */
+KVX_API double DtToUt(double jde);
+/* 1 when a delta-T file of format version exactly 2 is loaded, else 0. */
+KVX_API int32_t IsValidJdtFile(void);
+
 /* end of: Delta T */
 
 /* ======================================================================
