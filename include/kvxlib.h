@@ -320,6 +320,21 @@ KVX_API int32_t IsValidJdtFile(void);
  * Precession and nutation (src/time/precession.cpp, src/time/nutation.cpp)
  * ====================================================================== */
 
+/* Precession matrix from the mean equator and equinox of fromJd to those of
+ * toJd (dynamical Julian dates), IAU 2006: exactly the identity for equal
+ * epochs; a start within a day of J2000.0 keeps the frame bias; spans beyond
+ * +-30 centuries continue at 50"/year. */
+KVX_API void GetPrecMtx(double fromJd, double toJd, double out[9]);
+/* out = direction of M (unit vector of in): a in 0..360, d = asin(z). */
+KVX_API void PrecEqt(const Ad *in, Ad *out, const double m[9]);
+/* Nutation at a dynamical Julian date: out[0] = dpsi, out[1] = deps
+ * (degrees), from the JPL DE file when one with nutations is loaded, else
+ * the IAU 1980 series truncated at 0.001". */
+KVX_API void GetNutationParam(double jde, double out[2]);
+/* Mean to true equator of date from the nutation pair (degrees) and the mean
+ * obliquity eps (degrees): Rx(-(eps + deps)) Rz(-dpsi) Rx(eps). */
+KVX_API void GetNutationMtx(const double nutation[2], double eps, double out[9]);
+
 /* end of: Precession and nutation */
 
 /* ======================================================================
