@@ -438,6 +438,12 @@ typedef union BodyPos {
  * The Moon                          (src/solar/moon.cpp)
  * ====================================================================== */
 
+/* Geocentric ecliptic longitude and latitude of the Moon (lb, degrees, mean
+ * ecliptic and equinox of date) and distance (km) at dynamical Julian date
+ * jd, geometric; from the JPL DE file, else the Moon file, else the built-in
+ * theory. Returns 1; 0 (nothing written) for a null lb; dist may be null. */
+KVX_API int32_t CalcMoonLbr(double jd, double lb[2], double *dist);
+
 /* end of: The Moon */
 
 /* ======================================================================
