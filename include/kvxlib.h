@@ -394,6 +394,12 @@ KVX_API void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out);
  * Constellations           (src/place/constellation.cpp)
  * ====================================================================== */
 
+/* Constellation code (0..88) of ad = {right ascension, declination} in
+ * degrees, or -1 (declination outside -90..90, right ascension an exact
+ * negative multiple of 360, null ad). epochJd exactly 2405888.5 (B1875.0):
+ * ad is used as it stands; any other value: ad is J2000.0 and is precessed
+ * to B1875.0. The library holds codes only, no names. */
+KVX_API int32_t GetConstellation(const double *ad, double epochJd);
 /* end of: Constellations */
 
 /* ======================================================================

@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "kvxlib.h"
-#include "place/constellation.h"
 #include "place/constellation_reference.h"
 #include "place/constellation_table.h"
 
@@ -20,10 +19,16 @@ namespace {
 using kvx::kConstellationBoundCount;
 using kvx::kConstellationBounds;
 
+constexpr double kB1875 = 2405888.5;
+constexpr double kJ2000 = 2451545.0;
+
 // Codes of the constellations named below, as the derived code table has them.
 constexpr int kSgr = 2, kUMi = 36, kSco = 42, kOct = 58, kOph = 64, kSe2 = 88;
 
-int32_t AtB1875(double ra, double dec) { return kvx::ConstellationAtB1875(ra, dec); }
+int32_t AtB1875(double ra, double dec) {
+    const double ad[2] = {ra, dec};
+    return GetConstellation(ad, kB1875);
+}
 
 // First row, scanning the whole table from the top, that holds the cell.
 int FirstMatch(int32_t raSec, int32_t pd) {
@@ -121,6 +126,7 @@ TEST(ConstellationLookup, DeclinationBeyondThePolesAndNonNumbersGiveMinusOne) {
     EXPECT_EQ(AtB1875(10.0, nan), -1);
     EXPECT_EQ(AtB1875(inf, 10.0), -1);
     EXPECT_EQ(AtB1875(-inf, 10.0), -1);
+    EXPECT_EQ(GetConstellation(nullptr, kB1875), -1);
 }
 
 TEST(ConstellationLookup, RightAscensionReduction) {
@@ -165,6 +171,43 @@ TEST(ConstellationLookup, KeepsTheSliverAt18h25mInSerpensCauda) {
     EXPECT_EQ(AtB1875(66331.0 / 240.0, 3.75), kSe2);
 }
 
+// ---- the epoch and the J2000.0 path ------------------------------------------
+
+int32_t At(double ra, double dec, double epochJd) {
+    const double ad[2] = {ra, dec};
+    return GetConstellation(ad, epochJd);
+}
+
+TEST(ConstellationEpoch, OnlyTheExactB1875ValueSkipsThePrecession) {
+    const auto samples = kvx::test::ConstellationSamples("constellation_j2000.csv");
+    ASSERT_FALSE(samples.empty());
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    int moved = 0;
+    for (const auto &s : samples) {
+        const int32_t j2000 = At(s.ra, s.dec, kJ2000);
+        for (double epoch : {2405888.5000001, 2405888.4999999, 0.0, 2433282.423, 2460000.5, -1e9, nan})
+            ASSERT_EQ(At(s.ra, s.dec, epoch), j2000) << s.ra << " " << s.dec << " epoch " << epoch;
+        if (At(s.ra, s.dec, kB1875) != j2000) ++moved;
+    }
+    // 125 years of precession (about 1.7 deg) carry a good share of the
+    // directions across a boundary.
+    EXPECT_GT(moved, static_cast<int>(samples.size()) / 50);
+}
+
+TEST(ConstellationEpoch, PolesAndBeyondThemAtJ2000) {
+    // The J2000.0 poles lie 0.7 deg from the B1875.0 ones, well inside Ursa
+    // Minor and Octans.
+    EXPECT_EQ(At(0.0, 90.0, kJ2000), kUMi);
+    EXPECT_EQ(At(250.0, -90.0, kJ2000), kOct);
+    // The declination test comes after the precession: a declination just
+    // beyond the pole is the point just over it.
+    EXPECT_EQ(At(10.0, 90.0000001, kJ2000), kUMi);
+    EXPECT_EQ(At(10.0, -90.0000001, kJ2000), kOct);
+    EXPECT_EQ(At(10.0, 90.0000001, kB1875), -1);
+    EXPECT_EQ(GetConstellation(nullptr, kJ2000), -1);
+    EXPECT_EQ(GetConstellation(nullptr, kB1875), -1);
+}
+
 // ---- against PyEphem and Skyfield --------------------------------------------
 
 std::map<int, std::string> CodeToPyEphem() {
@@ -188,21 +231,32 @@ TEST(ConstellationReference, DerivedCodeTableIsOneToOne) {
     EXPECT_EQ(rows[kOct].iau, "Oct");
 }
 
-TEST(ConstellationReference, AgreesWithPyEphemAndSkyfieldAtB1875) {
+// Each direction of a reference file whose code names PyEphem's constellation
+// counts once; the others are reported.
+int Agreeing(const char *file, double epochJd, size_t expected) {
     const auto codes = CodeToPyEphem();
-    const auto samples = kvx::test::ConstellationSamples("constellation_b1875.csv");
-    ASSERT_EQ(samples.size(), 2000u);
+    const auto samples = kvx::test::ConstellationSamples(file);
+    EXPECT_EQ(samples.size(), expected);
     int agree = 0;
     for (const auto &s : samples) {
-        const int32_t code = AtB1875(s.ra, s.dec);
+        const int32_t code = At(s.ra, s.dec, epochJd);
         const std::string got = codes.count(code) ? codes.at(code) : "none";
         if (got == s.pyephem) {
             ++agree;
         } else {
-            ADD_FAILURE() << s.ra << " " << s.dec << ": " << got << " (" << code << "), reference " << s.pyephem;
+            ADD_FAILURE() << file << ": " << s.ra << " " << s.dec << ": " << got << " (" << code << "), reference "
+                          << s.pyephem;
         }
     }
-    EXPECT_EQ(agree, 2000);
+    return agree;
+}
+
+TEST(ConstellationReference, AgreesWithPyEphemAndSkyfieldAtB1875) {
+    EXPECT_EQ(Agreeing("constellation_b1875.csv", kB1875, 2000), 2000);
+}
+
+TEST(ConstellationReference, AgreesWithPyEphemAndSkyfieldAtJ2000) {
+    EXPECT_EQ(Agreeing("constellation_j2000.csv", kJ2000, 4000), 4000);
 }
 
 }  // namespace
