@@ -322,11 +322,48 @@ KVX_API double GetEp(double jde);
  * Apparent place: aberration, deflection, parallax, proper motion (src/place/)
  * ====================================================================== */
 
+union BodyPos; /* defined with the Sun below */
+/* Vectors here are double[3] (x, y, z) on the axes of the equator named by
+ * the caller; out may be the same array as an input. Null pointers do
+ * nothing. */
+/* Annual aberration with the elliptic terms, from t's jde and epsTrue.
+ * add != 0: geometric -> apparent; add == 0: apparent -> geometric (at most
+ * four fixed-point passes). out is a unit vector. */
+KVX_API void AnnualAberration(const ATime *t, const double v[3], int32_t add, double out[3]);
+/* Light deflection by the Sun for a body of the solar system: p unit
+ * geocentric direction, q heliocentric position (direction used), e the
+ * Earth's heliocentric position (AU). out is not renormalised; out = p when
+ * the body is exactly behind the Sun. */
+KVX_API void DeflectionSolar(const double p[3], const double q[3], const double e[3], double out[3]);
+/* Light deflection by the Sun for a star (p unit direction, e as above);
+ * out renormalised; out = p when the star is exactly behind the Sun. */
+KVX_API void DeflectionStar(const double p[3], const double e[3], double out[3]);
+/* Annual parallax (degrees) of a star p, away from the Sun at (sunAd[0]
+ * right ascension, sunAd[1] declination, degrees) at 1 AU; out unit. */
+KVX_API void AnnualParallax(const double p[3], double parallax, const double sunAd[2], double out[3]);
+/* Proper motion along a great circle from jd0 to jd: pm[0] rate of right
+ * ascension (not times cos dec), pm[1] of declination, degrees per Julian
+ * year. No guard at the poles (x = y = 0 divides by zero). */
+KVX_API void ProperMotion(double jd0, const double p[3], const double pm[2], double jd, double out[3]);
+/* Apparent direction of date (true equator and equinox, unit vector) of a
+ * star given at J2000.0: proper motion, parallax, deflection, aberration,
+ * then precession and nutation. sun: CalcSun's record for the same t. */
+KVX_API void StarApparent(const ATime *t, const double p[3], const double pm[2], double parallax, const union BodyPos *sun, double out[3]);
+
 /* end of: Apparent place: aberration, deflection, parallax, proper motion */
 
 /* ======================================================================
  * Atmospheric refraction      (src/place/refraction.cpp)
  * ====================================================================== */
+
+/* Standard atmosphere, no temperature or pressure. in->a is copied, in->d
+ * is the altitude in degrees. Both return out (null if a pointer is null);
+ * out may be in. */
+/* True altitude -> apparent altitude (refraction added). */
+KVX_API Ad *AtmosphericRefraction(const Ad *in, Ad *out);
+/* Apparent altitude -> true altitude (refraction removed). Not an exact
+ * inverse of AtmosphericRefraction (sub-arcsecond residue at the horizon). */
+KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
 
 /* end of: Atmospheric refraction */
 
