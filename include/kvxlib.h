@@ -425,6 +425,40 @@ KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
  * Coordinate systems and position angle (src/place/coordinates.cpp)
  * ====================================================================== */
 
+/* Coordinate-system codes of Coordinates (pairs in degrees):
+ *   1 horizontal, geometric (mean equator of date, no aberration)
+ *   2 horizontal, apparent (true equator of date, with aberration)
+ *     (azimuth from the south through the west, altitude; geocentric, no
+ *     refraction)
+ *   3 equatorial J2000.0        4 equatorial B1950.0 (precession only)
+ *   5 equatorial mean of date   6 equatorial apparent of date
+ *   7 ecliptic J2000.0          8 ecliptic mean of date
+ *   9 ecliptic apparent of date 10 galactic (B1950.0 definition)
+ * Any other code means 3. */
+#define KVX_COORD_HORIZONTAL     1
+#define KVX_COORD_HORIZONTAL_APP 2
+#define KVX_COORD_J2000          3
+#define KVX_COORD_B1950          4
+#define KVX_COORD_MEAN_OF_DATE   5
+#define KVX_COORD_APPARENT       6
+#define KVX_COORD_ECL_J2000      7
+#define KVX_COORD_ECL_MEAN       8
+#define KVX_COORD_ECL_APPARENT   9
+#define KVX_COORD_GALACTIC       10
+/* Converts in from system `from` to system `to` for the instant and
+ * observer of t. from == to: copies in unchanged (no normalisation) and
+ * returns in. Otherwise returns out (longitude 0..360). Null in or out, or
+ * null t when from != to: returns null and writes nothing. */
+KVX_API Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t to, Ad *out);
+/* Position angle (0 < pa <= 360, due north = 360) and distance (degrees)
+ * of target seen from centre; the same computation as Deg2Point. Either
+ * output may be null. Returns distance. */
+KVX_API double *AdToPaDist(const Ad *centre, const Ad *target, double *positionAngle, double *distance);
+/* The point at position angle pa and distance r (degrees) from centre.
+ * r == 0 gives the centre; at pa 0 or 180 a result at a pole keeps the
+ * centre's right ascension. */
+KVX_API void PaDistToAd(const Ad *centre, double positionAngle, double distance, Ad *out);
+
 /* end of: Coordinate systems and position angle */
 
 /* ======================================================================
