@@ -520,6 +520,12 @@ typedef union BodyPos {
  * jd, geometric; from the JPL DE file, else the Moon file, else the built-in
  * theory. Returns 1; 0 (nothing written) for a null lb; dist may be null. */
 KVX_API int32_t CalcMoonLbr(double jd, double lb[2], double *dist);
+/* The Moon for t without the Sun-dependent fields: 1-7 (7 in km), 9-10
+ * geocentric J2000.0 RA/Dec, 11-12 geocentric ecliptic longitude/latitude of
+ * date, 13 geocentric distance (km), 17 position angle of the axis, 20-21
+ * total librations in longitude/latitude, 24-26 direction cosines of 1-2 and
+ * moon.fx. Null t or out: nothing is done. */
+KVX_API void CalcMoon2(ATime *t, BodyPos *out);
 
 /* end of: The Moon */
 

@@ -10,20 +10,56 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "solar/jpl_query.h"
+#include "solar/moon_libration.h"
 #include "solar/moon_theory.h"
 
 namespace {
 
 using kvx::kKmPerAu;
+using kvx::kLightDaysPerAu;
+
+// Mean Earth-Moon distance (AU): the first guess of the light-time loops.
+constexpr double kMeanDistanceAu = 0.002569555301823482;
+// Convergence of the light-time loops: a hundredth of a second for the
+// ephemeris files, one second for the theory (days).
+constexpr double kFileLightTimeStop = 1.1574074074074073e-7;
+constexpr double kTheoryLightTimeStop = 1.1574074074074073e-5;
 
 // Library body codes of the main reader.
-constexpr int kMoonCode = -1, kEarthCode = -3;
+constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
 
 double Length(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
 
 // Geocentric Moon (AU, J2000.0 equator) at dynamical date jde, geometric.
 bool FileGeocentric(double jde, double v[3]) {
     return kvx::jpl::Query(kMoonCode, jde, kEarthCode, v, nullptr) != 0;
+}
+
+// Heliocentric Moon and Earth (AU, J2000.0 equator).
+bool FileHeliocentricMoon(double jde, double v[3]) {
+    return kvx::jpl::Query(kMoonCode, jde, kSunCode, v, nullptr) != 0;
+}
+bool FileHeliocentricEarth(double jde, double v[3]) {
+    return kvx::jpl::Query(kEarthCode, jde, kSunCode, v, nullptr) != 0;
+}
+
+// Geocentric Moon seen at jde (AU, J2000.0 equator), corrected for light
+// time: the Moon is taken where it was when the light left it, the Earth
+// where it is at jde. Iterates until the light time changes by at most a
+// hundredth of a second; false when no file answers.
+bool FileGeocentricWithLightTime(double jde, double g[3]) {
+    double earth[3];
+    if (!FileHeliocentricEarth(jde, earth)) return false;
+    double d = kMeanDistanceAu;
+    for (;;) {
+        double moon[3];
+        if (!FileHeliocentricMoon(jde - d * kLightDaysPerAu, moon)) return false;
+        for (int i = 0; i < 3; ++i) g[i] = moon[i] - earth[i];
+        const double d2 = Length(g);
+        if (!std::isfinite(d2)) return false;
+        if (std::fabs(d - d2) * kLightDaysPerAu <= kFileLightTimeStop) return true;
+        d = d2;
+    }
 }
 
 Dc Unit(const double v[3], double length) { return Dc{v[0] / length, v[1] / length, v[2] / length}; }
@@ -61,3 +97,100 @@ extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     return 1;
 }
 
+/// CalcMoon2: the place of the Moon without the quantities that need the
+/// Sun: fields 1-7 (field 7 in km), 9-10 (geocentric J2000.0 right ascension
+/// and declination), 11-13 (geocentric ecliptic longitude and latitude of
+/// date, distance in km), 17 (position angle of the axis), 20-21 (total
+/// librations in longitude and latitude), 24-26 (direction cosines of fields
+/// 1-2) and the same direction in fixed point from field 27. With an
+/// ephemeris file the light time is iterated to a hundredth of a second,
+/// with the theory to one second. Outside dynamical JD 1538798.0-3364651.0
+/// field 20 is 0 and fields 17 and 21 are clamped to +-26 and +-7 degrees.
+/// Null t or out: nothing is done.
+extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
+    if (t == nullptr || out == nullptr) return;
+    double *f = out->f;
+    Dc j2000;          // geocentric unit vector, J2000.0 equator
+    Ad ofDate;         // geocentric right ascension and declination of date
+    double g[3];
+    if (FileGeocentricWithLightTime(t->jde, g)) {
+        const double r = Length(g);
+        f[12] = r * kKmPerAu;
+        j2000 = Unit(g, r);
+        Ad ad;
+        DcToAd(&j2000, &ad);
+        f[8] = ad.a;
+        f[9] = ad.d;
+        Dc m, e;
+        RotateDc(&j2000, t->precFromJ2000, &m);
+        DcToAd(&m, &ofDate);
+        RotateDc(&m, t->eqToEcl, &e);
+        DcToAd(&e, &ad);
+        f[10] = ad.a;
+        f[11] = ad.d;
+    } else {
+        double d = kMeanDistanceAu;
+        for (;;) {
+            double lb[2];
+            CalcMoonLbr(t->jde - d * kLightDaysPerAu, lb, &f[12]);
+            f[10] = lb[0];
+            f[11] = lb[1];
+            const double d2 = f[12] / kKmPerAu;
+            if (std::fabs(d2 - d) * kLightDaysPerAu <= kTheoryLightTimeStop) break;
+            d = d2;
+        }
+        const Ad ecl{f[10], f[11]};
+        Dc e, m;
+        AdToDc(&ecl, &e);
+        RotateDc(&e, t->eclToEq, &m);
+        DcToAd(&m, &ofDate);
+        RotateDc(&m, t->precToJ2000, &j2000);
+        Ad ad;
+        DcToAd(&j2000, &ad);
+        f[8] = ad.a;
+        f[9] = ad.d;
+    }
+
+    // Topocentric vector (km), astrometric J2000.0 direction.
+    const Dc s{j2000.x * f[12] - t->obsPos[0] * kKmPerAu, j2000.y * f[12] - t->obsPos[1] * kKmPerAu,
+               j2000.z * f[12] - t->obsPos[2] * kKmPerAu};
+    f[6] = DcAbs(&s);
+    Dc u;
+    DcDiv(&s, f[6], &u);
+    Ad ad;
+    DcToAd(&u, &ad);
+    f[0] = ad.a;
+    f[1] = ad.d;
+
+    // Apparent place of date, and the ecliptic place of date.
+    Dc m, n, e;
+    RotateDc(&u, t->precFromJ2000, &m);
+    RotateDc(&m, t->nutMtx, &n);
+    double nv[3] = {n.x, n.y, n.z}, app[3];
+    AnnualAberration(t, nv, 1, app);
+    const Dc a{app[0], app[1], app[2]};
+    DcToAd(&a, &ad);
+    f[2] = ad.a;
+    f[3] = ad.d;
+    RotateDc(&m, t->eqToEcl, &e);
+    DcToAd(&e, &ad);
+    f[4] = ad.a;
+    f[5] = ad.d;
+
+    // Direction cosines of fields 1-2, and in fixed point.
+    const Ad radec{f[0], f[1]};
+    Dc dc;
+    AdToDc(&radec, &dc);
+    f[23] = dc.x;
+    f[24] = dc.y;
+    f[25] = dc.z;
+    DcToFx(&dc, &out->moon.fx);
+
+    // Physical ephemeris.
+    kvx::moon::Libration lib =
+        kvx::moon::MoonLibration(t->t2, f[10], f[11], ofDate.a, t->nutation[0], t->eps);
+    kvx::moon::ClampLibration(t->jde, &lib);
+    f[16] = lib.axisAngle;
+    f[19] = lib.longitude;
+    f[20] = lib.latitude;
+}

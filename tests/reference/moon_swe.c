@@ -5,6 +5,13 @@
  *                     of date, 1900-2100: jd_tt lon_deg lat_deg dist_km, then
  *                     the longitude on the true equinox of date (nutation
  *                     in longitude included)
+ *   moon_swe apparent geocentric Moon with light time and without light
+ *                     deflection: jd_tt deltat_s ra_app dec_app dist_km
+ *                     ra_j2000 dec_j2000 (apparent: true equator and
+ *                     equinox of date, aberration and nutation included;
+ *                     J2000: ICRS axes, astrometric), every 29.12 days
+ *                     1900-2100, or with "de" every 1.37 days over the
+ *                     test DE405 excerpt (2000-01-01 to 2001-12-20)
  *   moon_swe phases   instants of the principal phases (apparent geocentric
  *                     elongation 0, 90, 180, 270 degrees in ecliptic
  *                     longitude of date): k jd_tt deltat_s, 1900-2100
@@ -20,16 +27,22 @@
 
 static void Moon(double jd, int32 flags, double out[6]) {
     char err[AS_MAXCH];
-    if (swe_calc(jd, SE_MOON, flags, out, err) != flags) {
-        fprintf(stderr, "swe_calc: %s\n", err);
+    const int32 ret = swe_calc(jd, SE_MOON, flags, out, err);
+    /* A negative result is an error; a missing SEFLG_SWIEPH means the
+     * ephemeris files were not found and a fallback was used. */
+    if (ret < 0 || (ret & SEFLG_SWIEPH) == 0) {
+        fprintf(stderr, "swe_calc: flags %d: %s\n", (int)flags, err);
         exit(1);
     }
 }
 
 static void Sun(double jd, int32 flags, double out[6]) {
     char err[AS_MAXCH];
-    if (swe_calc(jd, SE_SUN, flags, out, err) != flags) {
-        fprintf(stderr, "swe_calc: %s\n", err);
+    const int32 ret = swe_calc(jd, SE_SUN, flags, out, err);
+    /* A negative result is an error; a missing SEFLG_SWIEPH means the
+     * ephemeris files were not found and a fallback was used. */
+    if (ret < 0 || (ret & SEFLG_SWIEPH) == 0) {
+        fprintf(stderr, "swe_calc: flags %d: %s\n", (int)flags, err);
         exit(1);
     }
 }
@@ -46,6 +59,21 @@ static void Lbr(void) {
         Moon(jd, flags, x);
         Moon(jd, trueFlags, y);
         printf("%.6f %.9f %.9f %.4f %.9f\n", jd, x[0], x[1], x[2] * 149597870.7, y[0]);
+    }
+}
+
+static void Apparent(int de) {
+    const int32 app = SEFLG_SWIEPH | SEFLG_NOGDEFL | SEFLG_EQUATORIAL;
+    const int32 astrometric = SEFLG_SWIEPH | SEFLG_NOGDEFL | SEFLG_NOABERR | SEFLG_EQUATORIAL | SEFLG_J2000 | SEFLG_ICRS;
+    printf("# jd_tt deltat_s ra_app dec_app dist_km ra_j2000 dec_j2000: geocentric Moon, light time, no deflection\n");
+    const double first = de ? 2451544.5 : 2415020.5, last = de ? 2452263.5 : 2488069.5;
+    const double step = de ? 1.37 : 29.123456;
+    for (double jd = first; jd < last; jd += step) {
+        double a[6], j[6];
+        Moon(jd, app, a);
+        Moon(jd, astrometric, j);
+        printf("%.6f %.4f %.9f %.9f %.4f %.9f %.9f\n", jd, swe_deltat(jd - swe_deltat(jd)) * 86400.0, a[0], a[1],
+               a[2] * 149597870.7, j[0], j[1]);
     }
 }
 
@@ -85,10 +113,12 @@ int main(int argc, char **argv) {
     swe_set_ephe_path("/usr/share/libswe/ephe");
     if (argc > 1 && strcmp(argv[1], "lbr") == 0)
         Lbr();
+    else if (argc > 1 && strcmp(argv[1], "apparent") == 0)
+        Apparent(argc > 2 && strcmp(argv[2], "de") == 0);
     else if (argc > 1 && strcmp(argv[1], "phases") == 0)
         Phases();
     else {
-        fprintf(stderr, "usage: moon_swe lbr|phases\n");
+        fprintf(stderr, "usage: moon_swe lbr|apparent [de]|phases\n");
         return 2;
     }
     swe_close();
