@@ -11,7 +11,8 @@ made by tools/de405_from_casacore.py). Writes to tests/reference/data/:
   jpl_barycentric.txt  jd target centre x y z vx vy vz
       JPL numbers: targets 1-11 and 13 relative to 12 (barycentre), 3
       relative to 10, 10 relative to 3; 14 nutations (dpsi, deps, 0 and
-      rates), 15 librations. AU, AU/day; radians, radians/day.
+      rates), 15 librations (rates by central difference). AU, AU/day;
+      radians, radians/day.
       Epochs: both ends (the end exactly), every record boundary and a
       millisecond either side, the Moon's 4-day sub-interval boundaries of
       three records, and seeded random dates: 200 in all.
@@ -47,13 +48,34 @@ def open_de():
     assert list(ss) == [START, END, STEP], list(ss)
 
 
-def pleph(jd, target, centre):
+def raw_pleph(jd, target, centre):
     rrd = (ctypes.c_double * 6)()
     if swe.swi_pleph(jd, target - 1, centre - 1, rrd, serr) != 0:
         raise SystemExit('swi_pleph %f %d %d: %s' % (jd, target, centre, serr.value.decode()))
-    v = list(rrd)
+    return list(rrd)
+
+
+def pleph(jd, target, centre):
+    v = raw_pleph(jd, target, centre)
     if target == 14:  # dpsi, deps, their rates
         v = [v[0], v[1], 0.0, v[2], v[3], 0.0]
+    if target == 15:
+        # swi_pleph gives no libration rates (it returns the centre's velocity
+        # or zeros there): use a central difference of its angles over
+        # +-2^-10 day instead (a power of two, so that jd +- h is exact),
+        # good to about 1e-10 rad/day.
+        h = 2.0 ** -10
+        f = lambda x: raw_pleph(x, 15, centre)[:3]  # noqa: E731
+        if jd - h < START:  # one-sided second-order differences at the ends
+            a, b, c = f(jd), f(jd + h), f(jd + 2 * h)
+            rate = [(-3 * a[i] + 4 * b[i] - c[i]) / (2 * h) for i in range(3)]
+        elif jd + h > END:
+            a, b, c = f(jd), f(jd - h), f(jd - 2 * h)
+            rate = [(3 * a[i] - 4 * b[i] + c[i]) / (2 * h) for i in range(3)]
+        else:
+            a, b = f(jd - h), f(jd + h)
+            rate = [(b[i] - a[i]) / (2 * h) for i in range(3)]
+        v = v[:3] + rate
     return v
 
 
