@@ -180,10 +180,12 @@ int EvaluateComponent(Reader *r, double jd, int entry, double pv[6]) {
     const ComponentPointer &c = r->pointers[entry];
     // A component whose coefficients do not lie inside the record is treated
     // as missing, like one with no coefficients at all.
-    const int64_t span = static_cast<int64_t>(c.count) * c.components * c.subintervals;
+    // (Each factor is bounded before the product, which cannot overflow then.)
     if (c.first < 1 || c.count < 1 || c.subintervals < 1 || c.components < 1 || c.components > 3 ||
-        c.first - 1 + span > r->coefficientsPerRecord)
+        c.count > kBufferDoubles || c.subintervals > kBufferDoubles || c.first > kBufferDoubles)
         return kBadTarget;
+    const int64_t span = static_cast<int64_t>(c.count) * c.components * c.subintervals;
+    if (c.first - 1 + span > r->coefficientsPerRecord) return kBadTarget;
 
     const double t = (jd - r->startJd) / r->stepDays;
     int32_t n;
