@@ -9,6 +9,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "solar/jpl_de.h"
 #include "solar/jpl_query.h"
 #include "solar/moon_libration.h"
 #include "solar/moon_theory.h"
@@ -25,22 +26,27 @@ constexpr double kMeanDistanceAu = 0.002569555301823482;
 constexpr double kFileLightTimeStop = 1.1574074074074073e-7;
 constexpr double kTheoryLightTimeStop = 1.1574074074074073e-5;
 
-// Library body codes of the main reader.
+// Library body codes of the main reader, and JPL body numbers of the Moon
+// handle.
 constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
+constexpr int kJplEarth = 3, kJplMoon = 10, kJplSun = 11;
 
 double Length(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
 
 // Geocentric Moon (AU, J2000.0 equator) at dynamical date jde, geometric.
 bool FileGeocentric(double jde, double v[3]) {
-    return kvx::jpl::Query(kMoonCode, jde, kEarthCode, v, nullptr) != 0;
+    if (kvx::jpl::Query(kMoonCode, jde, kEarthCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplMoon, jde, kJplEarth, v, nullptr) != 0;
 }
 
 // Heliocentric Moon and Earth (AU, J2000.0 equator).
 bool FileHeliocentricMoon(double jde, double v[3]) {
-    return kvx::jpl::Query(kMoonCode, jde, kSunCode, v, nullptr) != 0;
+    if (kvx::jpl::Query(kMoonCode, jde, kSunCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplMoon, jde, kJplSun, v, nullptr) != 0;
 }
 bool FileHeliocentricEarth(double jde, double v[3]) {
-    return kvx::jpl::Query(kEarthCode, jde, kSunCode, v, nullptr) != 0;
+    if (kvx::jpl::Query(kEarthCode, jde, kSunCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplEarth, jde, kJplSun, v, nullptr) != 0;
 }
 
 // Geocentric Moon seen at jde (AU, J2000.0 equator), corrected for light

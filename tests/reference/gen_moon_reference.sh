@@ -8,7 +8,7 @@ trap 'rm -rf "$tmp"' EXIT
 cc -O2 -o "$tmp/moon_swe" "$here/moon_swe.c" -I/usr/include/libswe -lswe -lm
 "$tmp/moon_swe" lbr > "$here/data/moon_swe_lbr.txt"
 "$tmp/moon_swe" apparent > "$here/data/moon_swe_apparent.txt"
-"$tmp/moon_swe" apparent de > "$here/data/moon_swe_apparent_de.txt"
+"$tmp/moon_swe" apparent de "$here/../data" > "$here/data/moon_swe_apparent_de.txt"
 "$tmp/moon_swe" phases > "$here/data/moon_swe_phases.txt"
 
 # Librations: needs node and the npm registry (package "astronomia").

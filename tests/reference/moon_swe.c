@@ -10,8 +10,9 @@
  *                     ra_j2000 dec_j2000 (apparent: true equator and
  *                     equinox of date, aberration and nutation included;
  *                     J2000: ICRS axes, astrometric), every 29.12 days
- *                     1900-2100, or with "de" every 1.37 days over the
- *                     test DE405 excerpt (2000-01-01 to 2001-12-20)
+ *                     1900-2100, or with "de DIR" every 1.37 days over the
+ *                     test DE405 excerpt DIR/de405_2000.bin (2000-01-01
+ *                     to 2001-12-20), read by the Swiss Ephemeris itself
  *   moon_swe phases   instants of the principal phases (apparent geocentric
  *                     elongation 0, 90, 180, 270 degrees in ecliptic
  *                     longitude of date): k jd_tt deltat_s, 1900-2100
@@ -28,9 +29,9 @@
 static void Moon(double jd, int32 flags, double out[6]) {
     char err[AS_MAXCH];
     const int32 ret = swe_calc(jd, SE_MOON, flags, out, err);
-    /* A negative result is an error; a missing SEFLG_SWIEPH means the
+    /* A negative result is an error; a missing ephemeris flag means the
      * ephemeris files were not found and a fallback was used. */
-    if (ret < 0 || (ret & SEFLG_SWIEPH) == 0) {
+    if (ret < 0 || (ret & flags & (SEFLG_JPLEPH | SEFLG_SWIEPH | SEFLG_MOSEPH)) == 0) {
         fprintf(stderr, "swe_calc: flags %d: %s\n", (int)flags, err);
         exit(1);
     }
@@ -39,9 +40,9 @@ static void Moon(double jd, int32 flags, double out[6]) {
 static void Sun(double jd, int32 flags, double out[6]) {
     char err[AS_MAXCH];
     const int32 ret = swe_calc(jd, SE_SUN, flags, out, err);
-    /* A negative result is an error; a missing SEFLG_SWIEPH means the
+    /* A negative result is an error; a missing ephemeris flag means the
      * ephemeris files were not found and a fallback was used. */
-    if (ret < 0 || (ret & SEFLG_SWIEPH) == 0) {
+    if (ret < 0 || (ret & flags & (SEFLG_JPLEPH | SEFLG_SWIEPH | SEFLG_MOSEPH)) == 0) {
         fprintf(stderr, "swe_calc: flags %d: %s\n", (int)flags, err);
         exit(1);
     }
@@ -62,9 +63,15 @@ static void Lbr(void) {
     }
 }
 
-static void Apparent(int de) {
-    const int32 app = SEFLG_SWIEPH | SEFLG_NOGDEFL | SEFLG_EQUATORIAL;
-    const int32 astrometric = SEFLG_SWIEPH | SEFLG_NOGDEFL | SEFLG_NOABERR | SEFLG_EQUATORIAL | SEFLG_J2000 | SEFLG_ICRS;
+static void Apparent(const char *deDir) {
+    const int de = deDir != NULL;
+    const int32 eph = de ? SEFLG_JPLEPH : SEFLG_SWIEPH;
+    if (de) {
+        swe_set_ephe_path(deDir);
+        swe_set_jpl_file("de405_2000.bin");
+    }
+    const int32 app = eph | SEFLG_NOGDEFL | SEFLG_EQUATORIAL;
+    const int32 astrometric = eph | SEFLG_NOGDEFL | SEFLG_NOABERR | SEFLG_EQUATORIAL | SEFLG_J2000 | SEFLG_ICRS;
     printf("# jd_tt deltat_s ra_app dec_app dist_km ra_j2000 dec_j2000: geocentric Moon, light time, no deflection\n");
     const double first = de ? 2451544.5 : 2415020.5, last = de ? 2452263.5 : 2488069.5;
     const double step = de ? 1.37 : 29.123456;
@@ -114,11 +121,11 @@ int main(int argc, char **argv) {
     if (argc > 1 && strcmp(argv[1], "lbr") == 0)
         Lbr();
     else if (argc > 1 && strcmp(argv[1], "apparent") == 0)
-        Apparent(argc > 2 && strcmp(argv[2], "de") == 0);
+        Apparent(argc > 3 && strcmp(argv[2], "de") == 0 ? argv[3] : NULL);
     else if (argc > 1 && strcmp(argv[1], "phases") == 0)
         Phases();
     else {
-        fprintf(stderr, "usage: moon_swe lbr|apparent [de]|phases\n");
+        fprintf(stderr, "usage: moon_swe lbr|apparent [de DIR]|phases\n");
         return 2;
     }
     swe_close();
