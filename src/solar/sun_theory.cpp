@@ -11,6 +11,7 @@
 #include "solar/sun_theory.h"
 
 #include <cmath>
+#include <initializer_list>
 
 #include "math/constants.h"
 #include "solar/sun_newcomb_table.h"
@@ -27,6 +28,55 @@ inline double Norm360(double a) {
 }
 inline double SinD(double a) { return std::sin(DegToRad(a)); }
 inline double CosD(double a) { return std::cos(DegToRad(a)); }
+
+// Largest multiple of a mean anomaly in the perturbation tables.
+constexpr int kMaxMultiple = 17;
+
+// cos and sin of k x for k = 0..kMaxMultiple, by the addition theorem.
+struct Multiples {
+    double c[kMaxMultiple + 1], s[kMaxMultiple + 1];
+    void Fill(double deg, int n) {
+        const double x = DegToRad(deg);
+        c[0] = 1.0;
+        s[0] = 0.0;
+        c[1] = std::cos(x);
+        s[1] = std::sin(x);
+        for (int k = 2; k <= n; ++k) {
+            c[k] = c[k - 1] * c[1] - s[k - 1] * s[1];
+            s[k] = s[k - 1] * c[1] + c[k - 1] * s[1];
+        }
+    }
+};
+
+// cos and sin of i x + j y from the multiples of x and y (i, j of any sign).
+inline void Combine(const Multiples &x, int i, const Multiples &y, int j, double *c, double *s) {
+    const double ci = x.c[i < 0 ? -i : i], si = i < 0 ? -x.s[-i] : x.s[i];
+    const double cj = y.c[j < 0 ? -j : j], sj = j < 0 ? -y.s[-j] : y.s[j];
+    *c = ci * cj - si * sj;
+    *s = si * cj + ci * sj;
+}
+
+// cos and sin of the tables' phases, computed once.
+struct PlanetaryTables {
+    double lon[kNewcombTermCount][2], rad[kNewcombTermCount][2], lat[kNewcombLatTermCount][2];
+    PlanetaryTables() {
+        for (int k = 0; k < kNewcombTermCount; ++k) {
+            lon[k][0] = CosD(kNewcombTerms[k].lonPhase);
+            lon[k][1] = SinD(kNewcombTerms[k].lonPhase);
+            rad[k][0] = CosD(kNewcombTerms[k].radPhase);
+            rad[k][1] = SinD(kNewcombTerms[k].radPhase);
+        }
+        for (int k = 0; k < kNewcombLatTermCount; ++k) {
+            lat[k][0] = CosD(kNewcombLatTerms[k].phase);
+            lat[k][1] = SinD(kNewcombLatTerms[k].phase);
+        }
+    }
+};
+
+const PlanetaryTables &Tables() {
+    static const PlanetaryTables tables;  // thread-safe one-time initialisation
+    return tables;
+}
 
 }  // namespace
 
@@ -68,24 +118,35 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     gp[6] = Norm360(284.716 + 12.21794 * y);    // Saturn
 
     // Equation of the centre (") and the elliptic part of log10 R (1e-8).
-    const double sg = SinD(g), cg = CosD(g);
-    const double s2g = SinD(2.0 * g), c2g = CosD(2.0 * g);
-    const double s3g = SinD(3.0 * g), c3g = CosD(3.0 * g);
-    const double s4g = SinD(4.0 * g), c4g = CosD(4.0 * g);
+    Multiples m4;
+    m4.Fill(g, 4);
+    const double sg = m4.s[1], cg = m4.c[1], s2g = m4.s[2], c2g = m4.c[2];
+    const double s3g = m4.s[3], c3g = m4.c[3], s4g = m4.s[4], c4g = m4.c[4];
     const double centre = (6909.794 - 17.274 * T) * sg + (72.334 - 0.362 * T) * s2g + (1.05 - 0.008 * T) * s3g +
                           0.017 * s4g;
     const double logRElliptic = 3059.4 - 15.2 * T + (-727384.1 + 1818.2 * T + 2.2 * T2) * cg +
                                 (-9137.4 + 46.0 * T) * c2g + (-145.0 + 1.0 * T) * c3g - 2.0 * c4g;
 
-    // Planetary perturbations.
-    double dl = 0.0, dr = 0.0;
-    for (const NewcombTerm &k : kNewcombTerms) {
-        const double a = k.i * gp[k.planet] + k.j * g;
-        if (k.lonCoef != 0.0) dl += k.lonCoef * CosD(k.lonPhase - a);
-        dr += k.radCoef * CosD(k.radPhase - a);
+    // Planetary perturbations: cos(phase - A) = cos(phase) cos A + sin(phase) sin A,
+    // with cos A and sin A built from the multiples of the mean anomalies.
+    const PlanetaryTables &tab = Tables();
+    Multiples mg, mp[7];
+    mg.Fill(g, kMaxMultiple);
+    for (int p : {1, 2, 4, 5, 6}) mp[p].Fill(gp[p], kMaxMultiple);
+    double dl = 0.0, dr = 0.0, db = 0.0;
+    for (int k = 0; k < kNewcombTermCount; ++k) {
+        const NewcombTerm &term = kNewcombTerms[k];
+        double cA, sA;
+        Combine(mp[term.planet], term.i, mg, term.j, &cA, &sA);
+        dl += term.lonCoef * (tab.lon[k][0] * cA + tab.lon[k][1] * sA);
+        dr += term.radCoef * (tab.rad[k][0] * cA + tab.rad[k][1] * sA);
     }
-    double db = 0.0;
-    for (const NewcombLatTerm &k : kNewcombLatTerms) db += k.coef * CosD(k.phase - (k.i * gp[k.planet] + k.j * g));
+    for (int k = 0; k < kNewcombLatTermCount; ++k) {
+        const NewcombLatTerm &term = kNewcombLatTerms[k];
+        double cA, sA;
+        Combine(mp[term.planet], term.i, mg, term.j, &cA, &sA);
+        db += term.coef * (tab.lat[k][0] * cA + tab.lat[k][1] * sA);
+    }
 
     // Lunar inequalities: mean elongation D, the Moon's mean anomaly m, its
     // argument of latitude F and the Sun's mean longitude from the Moon's node u.
@@ -93,13 +154,26 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     const double m = 296.1046083 + 13.0649924465 * t + 0.009191667 * T2 + 1.4389e-5 * T3;
     const double F = 11.2508889 + 13.22935044901 * t - 0.003211111 * T2 - 3.33e-7 * T3;
     const double u = 20.5134028 + 1.038601257586 * t - 0.001775278 * T2 - 2.222e-6 * T3;
-    dl += 6.466 * SinD(D) + 0.013 * SinD(3.0 * D) + 0.177 * SinD(D + m) - 0.425 * SinD(D - m) +
-          0.039 * SinD(3.0 * D - m) - 0.064 * SinD(D + g) + 0.172 * SinD(D - g) - 0.013 * SinD(D - m - g);
-    dr += 13384.0 * CosD(D) + 30.0 * CosD(3.0 * D) + 370.0 * CosD(D + m) - 1332.0 * CosD(D - m) +
-          80.0 * CosD(3.0 * D - m) - 140.0 * CosD(D + g) + 360.0 * CosD(D - g) - 30.0 * CosD(D - m - g) +
-          30.0 * CosD(2.0 * u);
-    db += 0.576 * SinD(F) + 0.016 * SinD(F + m) - 0.047 * SinD(F - m) + 0.021 * SinD(F - 2.0 * u) +
-          0.005 * SinD(F - 2.0 * u - m) + 0.005 * SinD(F + g) + 0.005 * SinD(F - g);
+    Multiples mD;
+    mD.Fill(D, 3);
+    const double sD = mD.s[1], cD = mD.c[1], s3D = mD.s[3], c3D = mD.c[3];
+    const double sm = std::sin(DegToRad(m)), cm = std::cos(DegToRad(m));
+    const double sF = std::sin(DegToRad(F)), cF = std::cos(DegToRad(F));
+    const double s2u = std::sin(DegToRad(2.0 * u)), c2u = std::cos(DegToRad(2.0 * u));
+    // sin and cos of the combined arguments by the addition theorem.
+    const double sDpm = sD * cm + cD * sm, cDpm = cD * cm - sD * sm;          // D + m
+    const double sDmm = sD * cm - cD * sm, cDmm = cD * cm + sD * sm;          // D - m
+    const double s3Dmm = s3D * cm - c3D * sm, c3Dmm = c3D * cm + s3D * sm;    // 3D - m
+    const double sDpg = sD * cg + cD * sg, cDpg = cD * cg - sD * sg;          // D + g
+    const double sDmg = sD * cg - cD * sg, cDmg = cD * cg + sD * sg;          // D - g
+    const double sDmmg = sDmm * cg - cDmm * sg, cDmmg = cDmm * cg + sDmm * sg;  // D - m - g
+    dl += 6.466 * sD + 0.013 * s3D + 0.177 * sDpm - 0.425 * sDmm + 0.039 * s3Dmm - 0.064 * sDpg + 0.172 * sDmg -
+          0.013 * sDmmg;
+    dr += 13384.0 * cD + 30.0 * c3D + 370.0 * cDpm - 1332.0 * cDmm + 80.0 * c3Dmm - 140.0 * cDpg + 360.0 * cDmg -
+          30.0 * cDmmg + 30.0 * c2u;
+    const double sFm2u = sF * c2u - cF * s2u, cFm2u = cF * c2u + sF * s2u;  // F - 2u
+    db += 0.576 * sF + 0.016 * (sF * cm + cF * sm) - 0.047 * (sF * cm - cF * sm) + 0.021 * sFm2u +
+          0.005 * (sFm2u * cm - cFm2u * sm) + 0.005 * (sF * cg + cF * sg) + 0.005 * (sF * cg - cF * sg);
 
     // Corrections of the equation of the centre (longitude of perihelion and
     // eccentricity), in arcseconds of longitude.
