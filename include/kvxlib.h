@@ -304,17 +304,71 @@ KVX_API double GetEp(double jde);
  * Delta T                         (src/time/delta_t.cpp)
  * ====================================================================== */
 
+/* Dynamical time (TT) of a universal-time Julian date: jd + Delta T. Delta T
+ * comes from the delta-T file loaded at start-up when it covers jd, else the
+ * TAI - UTC steps of 1961-1971, else the Espenak-Meeus polynomials. */
+KVX_API double UtToDt(double jd);
+/* Universal time of a dynamical Julian date: jde - Delta T(jde), Delta T
+ * taken at jde itself (no iteration). */
+KVX_API double DtToUt(double jde);
+/* 1 when a delta-T file of format version exactly 2 is loaded, else 0. */
+KVX_API int32_t IsValidJdtFile(void);
+
 /* end of: Delta T */
 
 /* ======================================================================
  * Precession and nutation (src/time/precession.cpp, src/time/nutation.cpp)
  * ====================================================================== */
 
+/* Precession matrix from the mean equator and equinox of fromJd to those of
+ * toJd (dynamical Julian dates), IAU 2006: exactly the identity for equal
+ * epochs; a start within a day of J2000.0 keeps the frame bias; spans beyond
+ * +-30 centuries continue at 50"/year. */
+KVX_API void GetPrecMtx(double fromJd, double toJd, double out[9]);
+/* out = direction of M (unit vector of in): a in 0..360, d = asin(z). */
+KVX_API void PrecEqt(const Ad *in, Ad *out, const double m[9]);
+/* Nutation at a dynamical Julian date: out[0] = dpsi, out[1] = deps
+ * (degrees), from the JPL DE file when one with nutations is loaded, else
+ * the IAU 1980 series truncated at 0.001". */
+KVX_API void GetNutationParam(double jde, double out[2]);
+/* Mean to true equator of date from the nutation pair (degrees) and the mean
+ * obliquity eps (degrees): Rx(-(eps + deps)) Rz(-dpsi) Rx(eps). */
+KVX_API void GetNutationMtx(const double nutation[2], double eps, double out[9]);
+
 /* end of: Precession and nutation */
 
 /* ======================================================================
  * Time-and-observer record, sidereal time, observer vectors (src/time/atime.cpp)
  * ====================================================================== */
+
+/* Fill an ATime for a local civil date (fields and tz) and an observer
+ * (null: the centre of the Earth). */
+KVX_API void SetATimeDate(const ADate *date, const Observer *obs, ATime *out);
+/* Fill an ATime for a universal-time Julian date; the date fields are local
+ * time in zone tz (hours). */
+KVX_API void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out);
+/* As SetATimeJd with the caller's Delta T in seconds: jde = jd + deltaT/86400. */
+KVX_API void SetATimeJd2(double jd, double deltaT, double tz, const Observer *obs, ATime *out);
+/* Local apparent sidereal time (degrees, 0..360) at a universal-time Julian
+ * date and east longitude (degrees); longitude 0 gives Greenwich. */
+KVX_API double GetLst(double jd, double longitude);
+/* As GetLst with the caller's mean obliquity and nutation in longitude
+ * (degrees): GMST (IAU 1982) + dpsi cos(eps) + longitude. */
+KVX_API double GetLst2(double jd, double obliquity, double dpsi, double longitude);
+/* Observer's geocentric position (AU, J2000.0 axes) on the GRS80 Earth at a
+ * universal-time Julian date; (0, 0, 0) for a null observer. */
+KVX_API void GetTopocenter(const Observer *obs, double jd, double out[3]);
+/* Observer on any ellipsoid (flattening, equatorial radius in km) turned by
+ * the sidereal angle theta (degrees): body-centred vector in AU, J2000.0 axes. */
+KVX_API void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, double flattening, double equatorialRadius, double out[3]);
+/* ObsToPcEqtXyz on the GRS80 Earth at Greenwich apparent sidereal time. */
+KVX_API void ObsToGcEqtXyz(const Observer *obs, double jd, double out[3]);
+/* Inverse of ObsToPcEqtXyz: body-centred vector (AU, J2000.0 axes) to
+ * latitude, longitude (degrees), height (m); 50 iterations of the latitude.
+ * A vector below 1e-6 AU gives latitude 0, longitude 0, height -radius. */
+KVX_API void PcEqtXyzToObs(const double xyz[3], double jd, double theta, double flattening, double equatorialRadius, Observer *out);
+/* PcEqtXyzToObs on the GRS80 Earth at Greenwich apparent sidereal time. */
+KVX_API void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out);
 
 /* end of: Time-and-observer record, sidereal time, observer vectors */
 

@@ -123,8 +123,8 @@ ADate DateOption(const Args &args, double tz) {
 
 std::string FormatDate(const ADate &d) {
     char buf[96];
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%06.3f", d.year, d.month, d.day, d.hour, d.minute,
-                  d.second);
+    std::snprintf(buf, sizeof buf, "%s%04d-%02d-%02dT%02d:%02d:%06.3f", d.year < 0 ? "-" : "", std::abs(d.year),
+                  d.month, d.day, d.hour, d.minute, d.second);
     return buf;
 }
 

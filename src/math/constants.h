@@ -2,6 +2,8 @@
 // conversion order the results depend on.
 #pragma once
 
+#include <cmath>
+
 namespace kvx {
 
 inline constexpr double kPi = 3.141592653589793;
@@ -15,5 +17,22 @@ inline constexpr double kJ2000 = 2451545.0;
 inline constexpr double kDaysPerCentury = 36525.0;
 inline constexpr double kKmPerAu = 149597870.0;
 inline constexpr double kLightDaysPerAu = 0.005775518308;
+
+}  // namespace kvx
+
+namespace kvx {
+
+// floor() and trunc() without a library call: bit-identical to std::floor /
+// std::trunc for every finite input (values of 2^52 and more are already
+// integral and are returned as they are).
+inline double Trunc(double x) {
+    if (!(x > -4503599627370496.0 && x < 4503599627370496.0)) return x;
+    const double t = static_cast<double>(static_cast<long long>(x));
+    return t == 0.0 ? std::copysign(0.0, x) : t;
+}
+inline double Floor(double x) {
+    const double t = Trunc(x);
+    return t > x ? t - 1.0 : t;
+}
 
 }  // namespace kvx

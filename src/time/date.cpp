@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "math/constants.h"
 #include "platform/clock.h"
 
 /// CalcJd: Julian date of a calendar date (year, month, day with fraction).
@@ -16,8 +17,8 @@ extern "C" double CalcJd(double year, double month, double day) {
         y = year - 1.0;
         m = month + 12.0;
     }
-    double jd = std::floor((m - 2.0) * 30.59) + std::floor(y * 365.25) + day + 1721086.5;
-    if (jd > 2299160.5) jd = jd + std::floor(y / 400.0) - std::floor(y / 100.0) + 2.0;
+    double jd = kvx::Floor((m - 2.0) * 30.59) + kvx::Floor(y * 365.25) + day + 1721086.5;
+    if (jd > 2299160.5) jd = jd + kvx::Floor(y / 400.0) - kvx::Floor(y / 100.0) + 2.0;
     return jd;
 }
 
@@ -32,20 +33,20 @@ extern "C" double GetJd(const ADate *date) {
 /// JdToDate: calendar date of a Julian date (the classical inverse); day
 /// carries the fraction of the day. Returns the year; null outputs are skipped.
 extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, double *dayOut) {
-    const double z = std::floor(jd + 0.5);
+    const double z = kvx::Floor(jd + 0.5);
     const double f = jd + 0.5 - z;
     double a = z;
     if (z >= 2299160.5) {
-        const double alpha = std::floor((z - 1867216.25) / 36524.25);
-        a = z + alpha - std::floor(alpha * 0.25) + 1.0;
+        const double alpha = kvx::Floor((z - 1867216.25) / 36524.25);
+        a = z + alpha - kvx::Floor(alpha * 0.25) + 1.0;
     }
     const double b = a + 1524.0;
-    const double c = std::floor((b - 122.1) / 365.25);
-    const double d = std::floor(c * 365.25);
-    const double e = std::floor((b - d) / 30.6001);
-    const double day = b - d - std::floor(e * 30.6001) + f;
-    const int32_t month = static_cast<int32_t>(std::floor(e - (e >= 13.5 ? 13.0 : 1.0) + 0.5));
-    const int32_t year = static_cast<int32_t>(std::floor(c - (month > 2 ? 4716.0 : 4715.0) + 0.5));
+    const double c = kvx::Floor((b - 122.1) / 365.25);
+    const double d = kvx::Floor(c * 365.25);
+    const double e = kvx::Floor((b - d) / 30.6001);
+    const double day = b - d - kvx::Floor(e * 30.6001) + f;
+    const int32_t month = static_cast<int32_t>(kvx::Floor(e - (e >= 13.5 ? 13.0 : 1.0) + 0.5));
+    const int32_t year = static_cast<int32_t>(kvx::Floor(c - (month > 2 ? 4716.0 : 4715.0) + 0.5));
     if (yearOut) *yearOut = year;
     if (monthOut) *monthOut = month;
     if (dayOut) *dayOut = day;
@@ -60,11 +61,11 @@ extern "C" void JdToDate2(double jd, ADate *out) {
     int32_t year, month;
     double dayValue;
     JdToDate(jd, &year, &month, &dayValue);
-    const double day = std::trunc(dayValue);
+    const double day = kvx::Trunc(dayValue);
     double f = dayValue - day;
-    const double hour = std::trunc(f * 24.0);
+    const double hour = kvx::Trunc(f * 24.0);
     f = f - hour / 24.0;
-    const double minute = std::trunc(f * 24.0 * 60.0);
+    const double minute = kvx::Trunc(f * 24.0 * 60.0);
     out->year = year;
     out->month = month;
     out->day = static_cast<int32_t>(day);
@@ -96,14 +97,14 @@ extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtra
 
     double carry = 0.0;
     if (s >= 86400.0) {
-        carry = std::trunc(s / 86400.0);
+        carry = kvx::Trunc(s / 86400.0);
         s = std::fmod(s, 86400.0);
     } else if (s < 0.0) {
-        carry = -std::trunc(-s / 86400.0) - 1.0;
+        carry = -kvx::Trunc(-s / 86400.0) - 1.0;
         s = std::fmod(s, 86400.0) + 86400.0;
     }
-    const double hour = std::trunc(s / 3600.0);
-    const double minute = std::trunc(s / 60.0) - 60.0 * hour;
+    const double hour = kvx::Trunc(s / 3600.0);
+    const double minute = kvx::Trunc(s / 60.0) - 60.0 * hour;
     date->hour = static_cast<int32_t>(hour);
     date->minute = static_cast<int32_t>(minute);
     date->second = s - hour * 3600.0 - minute * 60.0;

@@ -1,0 +1,237 @@
+// The time-and-observer record: the setters and their common fill, sidereal
+// time, and the conversions between an observer's geodetic position and a
+// geocentric vector on the axes of the J2000.0 equator.
+//
+// Sidereal time is the IAU 1982 expression of Greenwich mean sidereal time
+// (S. Aoki et al., "The new definition of universal time", A&A 105, 359,
+// 1982) plus the equation of the equinoxes dpsi cos(eps). The Earth is the
+// GRS80 ellipsoid (H. Moritz, "Geodetic Reference System 1980", Bulletin
+// Geodesique 54, 395, 1980): a = 6378.137 km, f = 1/298.257222101.
+#include <cmath>
+
+#include "kvxlib.h"
+#include "math/constants.h"
+
+namespace {
+
+constexpr double kEarthRadiusKm = 6378.137;
+constexpr double kEarthFlattening = 0.003352810681182319;  // 1 / 298.257222101
+constexpr double kEarthE2 = 0.006694380022900787;          // (2 - f) f
+constexpr double kEarthOneMinusE2 = 0.9933056199770992;    // 1 - e^2
+constexpr double kAuPerKm = 6.684587153547039e-9;          // 1 / 149597870
+
+// The fill shared by the three setters, once the date fields, jd and jde
+// are in place. The steps run in this order; later ones use earlier results.
+void CommonFill(const Observer *obs, ATime *t) {
+    if (obs) {
+        t->obsLatitude = obs->latitude;
+        t->obsLongitude = obs->longitude;
+        t->obsHeight = obs->height;
+    } else {
+        t->obsLatitude = 0.0;
+        t->obsLongitude = 0.0;
+        t->obsHeight = -6378137.0;
+    }
+    t->t = GetT(t->jde);
+    t->t2 = GetT2(t->jde);
+    t->eps = GetEp(t->jde);
+    GetNutationParam(t->jde, t->nutation);
+    GetNutationMtx(t->nutation, t->eps, t->nutMtx);
+    GetInvMatrix(t->nutMtx, t->nutInvMtx);
+    t->lst = GetLst2(t->jd, t->eps, t->nutation[0], t->obsLongitude);
+    RotateX(t->eps, t->eqToEcl);
+    RotateX(-t->eps, t->eclToEq);
+    GetPrecMtx(t->jde, 2451545.0, t->precToJ2000);
+    GetPrecMtx(2451545.0, t->jde, t->precFromJ2000);
+    t->epsTrue = t->nutation[1] + t->eps;
+    GetTopocenter(obs, t->jd, t->obsPos);
+}
+
+// Observer on an ellipsoid (e2, radius a in km, (1 - e2) given separately so
+// the Earth's stored constant is used as is) turned by the sidereal angle
+// theta (degrees), in AU on the J2000.0 axes.
+void ObserverVector(const Observer *obs, double jd, double theta, double e2, double oneMinusE2, double a,
+                    double out[3]) {
+    const double phi = kvx::DegToRad(obs->latitude);
+    const double lambda = kvx::DegToRad(obs->longitude);
+    const double sinPhi = std::sin(phi);
+    const double n = a / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
+    const double h = obs->height / 1000.0;
+    const double rhoC = (n + h) * std::cos(phi);
+    const double x1 = rhoC * std::cos(lambda);
+    const double y1 = rhoC * std::sin(lambda);
+    const double th = kvx::DegToRad(theta);
+    const double c = std::cos(th), s = std::sin(th);
+    const Dc v{(c * x1 - s * y1) * kAuPerKm, (c * y1 + s * x1) * kAuPerKm, (oneMinusE2 * n + h) * sinPhi * kAuPerKm};
+    double m[9];
+    GetPrecMtx(jd, 2451545.0, m);
+    Dc w;
+    RotateDc(&v, m, &w);
+    out[0] = w.x;
+    out[1] = w.y;
+    out[2] = w.z;
+}
+
+// Date fields 1 to 7 of an ATime: local time JdToDate2(jd + tz/24) in zone tz.
+void LocalDate(double jd, double tz, ATime *t) {
+    ADate d{};
+    JdToDate2(jd + tz / 24.0, &d);
+    t->year = d.year;
+    t->month = d.month;
+    t->day = d.day;
+    t->hour = d.hour;
+    t->minute = d.minute;
+    t->second = d.second;
+    t->tz = tz;
+}
+
+}  // namespace
+
+/// SetATimeDate: fills an ATime for a local civil date (its fields and tz)
+/// and an observer (null: the centre of the Earth). jd = GetJd(date),
+/// jde = UtToDt(jd); then the common fill (obliquity, nutation, sidereal
+/// time, frame matrices, observer vector). Null date or out does nothing.
+extern "C" void SetATimeDate(const ADate *date, const Observer *obs, ATime *out) {
+    if (!date || !out) return;
+    out->year = date->year;
+    out->month = date->month;
+    out->day = date->day;
+    out->hour = date->hour;
+    out->minute = date->minute;
+    out->second = date->second;
+    out->tz = date->tz;
+    out->jd = GetJd(date);
+    out->jde = UtToDt(out->jd);
+    CommonFill(obs, out);
+}
+
+/// SetATimeJd: fills an ATime for a universal-time Julian date; the date
+/// fields are the local time JdToDate2(jd + tz/24) in zone tz (hours);
+/// jde = UtToDt(jd). Observer as in SetATimeDate.
+extern "C" void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out) {
+    if (!out) return;
+    LocalDate(jd, tz, out);
+    out->jd = jd;
+    out->jde = UtToDt(jd);
+    CommonFill(obs, out);
+}
+
+/// SetATimeJd2: as SetATimeJd, with the caller's Delta T (seconds) instead
+/// of the library's: jde = jd + deltaT / 86400.
+extern "C" void SetATimeJd2(double jd, double deltaT, double tz, const Observer *obs, ATime *out) {
+    if (!out) return;
+    LocalDate(jd, tz, out);
+    out->jd = jd;
+    out->jde = jd + deltaT / 86400.0;
+    CommonFill(obs, out);
+}
+
+/// GetLst2: local apparent sidereal time in degrees (0..360) at a
+/// universal-time Julian date, from the obliquity and nutation in longitude
+/// (degrees) and the east longitude (degrees). Greenwich mean sidereal time
+/// is the IAU 1982 series in seconds, the equation of the equinoxes
+/// dpsi cos(eps) (no further terms).
+extern "C" double GetLst2(double jd, double obliquity, double dpsi, double longitude) {
+    const double t = (jd - 2451545.0) / 36525.0;
+    const double theta = 67310.54841 + 3164400184.812866 * t + 0.093104 * t * t - 6.2e-6 * t * t * t;
+    const double h = std::cos(kvx::DegToRad(obliquity)) * dpsi / 15.0 + theta / 3600.0 + longitude / 15.0;
+    return hourmal(h) / 24.0 * 360.0;
+}
+
+/// GetLst: local apparent sidereal time in degrees (0..360) at a
+/// universal-time Julian date and east longitude (degrees), with the
+/// library's Delta T, obliquity and nutation. Longitude 0 gives Greenwich
+/// apparent sidereal time.
+extern "C" double GetLst(double jd, double longitude) {
+    const double jde = UtToDt(jd);
+    double nutation[2];
+    GetNutationParam(jde, nutation);
+    const double eps = GetEp(jde);
+    return GetLst2(jd, eps, nutation[0], longitude);
+}
+
+/// GetTopocenter: the observer's geocentric position in AU on the J2000.0
+/// axes at a universal-time Julian date: GRS80 ellipsoid, turned by the
+/// Greenwich apparent sidereal time, precessed with GetPrecMtx(jd, J2000.0)
+/// (jd in universal time; no nutation). A null observer gives (0, 0, 0).
+extern "C" void GetTopocenter(const Observer *obs, double jd, double out[3]) {
+    if (!out) return;
+    if (!obs) {
+        out[0] = out[1] = out[2] = 0.0;
+        return;
+    }
+    const double theta = GetLst(jd, obs->longitude) - obs->longitude;
+    ObserverVector(obs, jd, theta, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, out);
+}
+
+/// ObsToPcEqtXyz: an observer on any body's ellipsoid (flattening f,
+/// equatorial radius in km) as a vector from the body's centre in AU,
+/// turned by the sidereal angle theta (degrees) and precessed with
+/// GetPrecMtx(jd, J2000.0) to the J2000.0 axes. A null observer gives
+/// (0, 0, 0).
+extern "C" void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, double flattening,
+                              double equatorialRadius, double out[3]) {
+    if (!out) return;
+    if (!obs) {
+        out[0] = out[1] = out[2] = 0.0;
+        return;
+    }
+    const double e2 = (2.0 - flattening) * flattening;
+    ObserverVector(obs, jd, theta, e2, 1.0 - e2, equatorialRadius, out);
+}
+
+/// ObsToGcEqtXyz: ObsToPcEqtXyz on the GRS80 Earth with the Greenwich
+/// apparent sidereal time GetLst(jd, 0) (jd universal time).
+extern "C" void ObsToGcEqtXyz(const Observer *obs, double jd, double out[3]) {
+    if (!out) return;
+    ObsToPcEqtXyz(obs, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+}
+
+/// PcEqtXyzToObs: the inverse of ObsToPcEqtXyz: a body-centred vector (AU,
+/// J2000.0 axes) to geodetic latitude, longitude (degrees) and height (m)
+/// on the ellipsoid (flattening, equatorial radius in km), the body turned
+/// by theta (degrees). The vector is precessed with GetPrecMtx(J2000.0, jd),
+/// which carries the frame bias the forward conversion leaves out, so a
+/// round trip is good to about a metre on the Earth. The latitude is
+/// iterated exactly 50 times. A vector shorter than 1e-6 AU gives the
+/// body's centre: latitude 0, longitude 0, height -radius.
+extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, double flattening,
+                              double equatorialRadius, Observer *out) {
+    if (!xyz || !out) return;
+    if (xyz[0] * xyz[0] + xyz[1] * xyz[1] + xyz[2] * xyz[2] < 1e-12) {
+        out->latitude = 0.0;
+        out->longitude = 0.0;
+        out->height = -equatorialRadius * 1000.0;
+        return;
+    }
+    const double e2 = (2.0 - flattening) * flattening;
+    double m[9];
+    GetPrecMtx(2451545.0, jd, m);
+    const Dc v{xyz[0], xyz[1], xyz[2]};
+    Dc w;
+    RotateDc(&v, m, &w);
+    const double x = w.x * 149597870.0, y = w.y * 149597870.0, z = w.z * 149597870.0;
+
+    const double longitude = degmal(kvx::RadToDeg(std::atan2(y, x)) - theta);
+    const double p = std::sqrt(x * x + y * y);
+    double phi = kvx::RadToDeg(std::atan(z / p / (1.0 - e2)));
+    double n = equatorialRadius;
+    for (int i = 0; i < 50; ++i) {
+        const double s = std::sin(kvx::DegToRad(phi));
+        n = equatorialRadius / std::sqrt(1.0 - e2 * s * s);
+        phi = kvx::RadToDeg(std::atan(z / (p - e2 * n * std::cos(kvx::DegToRad(phi)))));
+        // This exit test compares with 100 degrees, which no latitude
+        // reaches: all 50 iterations always run.
+        if (std::fabs(100.0 - phi) < 1.7453292519943295e-14) break;
+    }
+    out->latitude = phi;
+    out->longitude = longitude;
+    out->height = (p / std::cos(kvx::DegToRad(phi)) - n) * 1000.0;
+}
+
+/// GcEqtXyzToObs: PcEqtXyzToObs on the GRS80 Earth with the Greenwich
+/// apparent sidereal time GetLst(jd, 0) (jd universal time).
+extern "C" void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out) {
+    if (!xyz || !out) return;
+    PcEqtXyzToObs(xyz, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+}

@@ -1,0 +1,49 @@
+// Nutation in longitude and obliquity, from a loaded JPL DE ephemeris when
+// it carries nutations, else from the truncated IAU 1980 series; and the
+// nutation matrix from the mean to the true equator of date.
+#include "kvxlib.h"
+#include "math/constants.h"
+#include "solar/jpl_query.h"
+#include "time/nutation.h"
+
+namespace {
+
+// Body code of the nutation angles in the DE reader.
+constexpr int kDeNutations = -30;
+
+}  // namespace
+
+/// GetNutationParam: nutation at a dynamical Julian date; out[0] = dpsi,
+/// out[1] = deps in degrees. From the open JPL DE file when it holds
+/// nutations and covers jde; otherwise from the IAU 1980 series (terms of at
+/// least 0.001", about 9 mas from the full series), with jde clamped to
+/// J2000.0 +-30 centuries (1355795.0 .. 3547295.0).
+extern "C" void GetNutationParam(double jde, double out[2]) {
+    if (!out) return;
+    double pos[3];
+    if (kvx::jpl::Query(kDeNutations, jde, 0, pos, nullptr)) {
+        out[0] = kvx::RadToDeg(pos[0]);
+        out[1] = kvx::RadToDeg(pos[1]);
+        return;
+    }
+    if (jde < 1355795.0) jde = 1355795.0;
+    if (jde > 3547295.0) jde = 3547295.0;
+    const double t = (jde - 2451545.0) / 36525.0;
+    double sums[2];
+    kvx::nut::Iau1980Truncated(t, sums);
+    out[0] = sums[0] / 3600.0 * 0.0001;
+    out[1] = sums[1] / 3600.0 * 0.0001;
+}
+
+/// GetNutationMtx: matrix from the mean to the true equator and equinox of
+/// date, N = RotateX(-(eps + deps)) RotateZ(-dpsi) RotateX(eps), from the
+/// nutation pair (degrees) and the mean obliquity eps (degrees).
+extern "C" void GetNutationMtx(const double nutation[2], double eps, double out[9]) {
+    if (!nutation || !out) return;
+    double a[9], b[9], m[9];
+    RotateX(-(eps + nutation[1]), a);
+    RotateZ(-nutation[0], b);
+    MulMatrix(a, b, m);
+    RotateX(eps, a);
+    MulMatrix(m, a, out);
+}

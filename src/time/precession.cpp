@@ -1,0 +1,129 @@
+// Precession: the IAU 2006 bias-precession matrix in the four-angle form of
+// T. Fukushima, "A new precession formula", AJ 126, 494 (2003), with the
+// angle series of N. Capitaine, P. T. Wallace and J. Chapront, "Expressions
+// for IAU 2000 precession quantities", A&A 412, 567 (2003) as adopted by
+// P. T. Wallace and N. Capitaine, "Precession-nutation procedures consistent
+// with IAU 2006 resolutions", A&A 459, 981 (2006), eq. 39.
+// Beyond +-30 centuries from the start epoch the series are not used: the
+// rest of the span turns uniformly at 50" per year about the ecliptic pole.
+#include <cmath>
+
+#include "kvxlib.h"
+#include "math/constants.h"
+#include "time/precession.h"
+
+namespace kvx::prec {
+
+namespace {
+
+constexpr double kArcsecToDeg = 0.0002777777777777778;  // 1 / 3600
+
+// The epochs of J2000.0 -30 and +30 centuries.
+constexpr double kClampEarly = 1355795.0;
+constexpr double kClampLate = 3547295.0;
+constexpr double kThirtyCenturies = 1095750.0;  // days
+
+}  // namespace
+
+void BiasPrecession(double jd, double out[9]) {
+    const double t = (jd - 2451545.0) / 36525.0;
+    const double epsA = GetEp(jd);
+    const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;
+    const double gamma =
+        (-0.052928 + 10.556378 * t + 0.4932044 * t2 - 0.00031238 * t3 - 2.788e-6 * t4 + 2.6e-8 * t5) * kArcsecToDeg;
+    const double phi =
+        (84381.412819 - 46.811016 * t + 0.0511268 * t2 + 0.00053289 * t3 - 4.4e-7 * t4 - 1.76e-8 * t5) *
+        kArcsecToDeg;
+    const double psi =
+        (-0.041775 + 5038.481484 * t + 1.5584175 * t2 - 0.00018522 * t3 - 2.6452e-5 * t4 - 1.48e-8 * t5) *
+        kArcsecToDeg;
+    // P = Rx(-epsA) Rz(-psi) Rx(phi) Rz(gamma), multiplied from the left.
+    double a[9], b[9], m[9];
+    RotateX(-epsA, a);
+    RotateZ(-psi, b);
+    MulMatrix(a, b, m);
+    RotateX(phi, a);
+    MulMatrix(m, a, m);
+    RotateZ(gamma, a);
+    MulMatrix(m, a, out);
+}
+
+}  // namespace kvx::prec
+
+/// GetPrecMtx: precession matrix from the mean equator and equinox of
+/// fromJd to those of toJd (dynamical Julian dates); out = M with
+/// v(to) = M v(from).
+/// - Equal epochs give exactly the identity.
+/// - A start within one day of J2000.0 is taken as the reference frame
+///   itself: the matrix then includes the frame bias (J2000.0 to 2451545.5
+///   already has off-diagonal terms of ~1e-7), while a matrix ending at
+///   J2000.0 ends on the mean equator of J2000.0 without the bias.
+/// - A start more than 30 centuries from J2000.0 is handled by computing the
+///   matrix the other way round and inverting it.
+/// - A span beyond +-30 centuries is clamped; the remainder turns at 50" per
+///   year (of 365.24 days) about the ecliptic pole of J2000.0 -+30 centuries.
+extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
+    if (!out) return;
+    if (fromJd == toJd) {
+        UnitMatrix(out);
+        return;
+    }
+    const double tFrom = (fromJd - 2451545.0) / 36525.0;
+    const bool exchange = tFrom < -30.0 || tFrom > 30.0;
+    const double start = exchange ? toJd : fromJd;
+    const double end = exchange ? fromJd : toJd;
+
+    double span = (end - start) / 36525.0;
+    int clamped = 0;
+    double extensionEpoch = 0.0;
+    if (span < -30.0) {
+        span = -30.0;
+        clamped = -1;
+        extensionEpoch = kvx::prec::kClampEarly;
+    } else if (span > 30.0) {
+        span = 30.0;
+        clamped = 1;
+        extensionEpoch = kvx::prec::kClampLate;
+    }
+    const double clampedEnd = start + 36525.0 * span;
+
+    double m[9];
+    kvx::prec::BiasPrecession(clampedEnd, m);
+    if (std::fabs(start - 2451545.0) >= 1.0) {
+        double p[9], inv[9];
+        kvx::prec::BiasPrecession(start, p);
+        GetInvMatrix(p, inv);
+        MulMatrix(m, inv, m);
+    }
+
+    if (clamped != 0) {
+        const double rest = clamped < 0 ? (end - start) + kvx::prec::kThirtyCenturies
+                                        : (end - start) - kvx::prec::kThirtyCenturies;
+        const double eps = GetEp(extensionEpoch);
+        // X = Rx(-eps) Rz(-50" per year) Rx(eps), multiplied from the left.
+        double a[9], b[9], x[9];
+        RotateX(-eps, a);
+        RotateZ(-(rest / 365.24) * (50.0 / 3600.0), b);
+        MulMatrix(a, b, x);
+        RotateX(eps, a);
+        MulMatrix(x, a, x);
+        MulMatrix(x, m, m);
+    }
+
+    if (exchange) GetInvMatrix(m, out);
+    else for (int k = 0; k < 9; ++k) out[k] = m[k];
+}
+
+/// PrecEqt: applies a matrix to a direction: out = direction of M (unit
+/// vector of in), right ascension reduced to 0..360, declination asin(z)
+/// (degrees). in and out may be the same record.
+extern "C" void PrecEqt(const Ad *in, Ad *out, const double m[9]) {
+    if (!in || !out || !m) return;
+    Dc v, w;
+    AdToDc(in, &v);
+    RotateDc(&v, m, &w);
+    const double a = degmal(kvx::RadToDeg(std::atan2(w.y, w.x)));
+    const double d = kvx::RadToDeg(std::asin(w.z));
+    out->a = a;
+    out->d = d;
+}

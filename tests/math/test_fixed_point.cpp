@@ -1,0 +1,184 @@
+// Fixed-point arithmetic against double-precision libm: the documented
+// guards and edge values, and the interpolation error over each function's
+// whole range (bounds measured and stated in units of 2^-30).
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+
+#include "kvxlib.h"
+
+namespace {
+
+constexpr double kOne = 1073741824.0;
+constexpr uint32_t kPi = 0xC90FDAA2u;
+
+TEST(FixedPoint, MultiplyAndDivide) {
+    EXPECT_EQ(fxpmul(1073741824, 1073741824), 1073741824);
+    EXPECT_EQ(fxpmul(-1, 1), -1);  // arithmetic shift rounds down
+    EXPECT_EQ(fxpmul(-1073741824, 536870912), -536870912);
+    EXPECT_EQ(fxpdiv(536870912, 1073741824), 536870912);
+    EXPECT_EQ(fxpdiv(-1, 3), -357913941);  // truncated toward zero
+    EXPECT_EQ(fxpdiv(1, 0), 0);            // no trap on division by zero
+}
+
+TEST(FixedPoint, GuardsAndEdgeValues) {
+    EXPECT_EQ(fxpcos(0), 1073741824);
+    EXPECT_EQ(fxpcos(-5), 1073741824);
+    EXPECT_EQ(fxpcos(1686629713), 0);
+    EXPECT_EQ(fxpacos(1073741824), 0);
+    EXPECT_EQ(static_cast<uint32_t>(fxpacos(-1073741824)), kPi);
+    EXPECT_EQ(fxpacos(0), 1686629713);
+    EXPECT_EQ(fxpasin(0), 0);
+    EXPECT_EQ(fxpatan2(0, -1073741823), 0);  // not pi: the sign of x is not used
+    EXPECT_EQ(fxpatan2(100, 100), 0);        // radius below 0x500000
+    EXPECT_EQ(fxpsqrt(268435456), 536870912);
+    EXPECT_EQ(fxpsqrt(1073741824), 1073741824);
+    EXPECT_EQ(fxpsqrt(0), 0);
+    EXPECT_EQ(fxpsqrt(-7), 0);
+    EXPECT_EQ(fxpusqrt(0x9DE9E64Du), 1686629713u);
+    EXPECT_EQ(fxpusqrt(0xFFFFFFFFu), 1686629713u);
+}
+
+// Linear interpolation between exact table entries at spacing h errs by at
+// most h^2/8 max|f''| on the interval; entries add up to one unit of
+// rounding each and the fraction product one more. The check walks x over a
+// range and compares against that bound per interval, so a wrong entry, a
+// wrong index or fraction shift shows, while the growth of the error where
+// f'' grows (sqrt near 0, acos near 1) is accounted for rather than hidden
+// by one wide tolerance. Returns the largest error seen, in units.
+struct Piece {
+    int64_t start, end, step;  // sampled x range (fixed point)
+    double h;                  // table spacing, as a real number
+};
+template <typename F, typename G, typename D2>
+double CheckAgainstBound(const Piece &p, F fixed, G exact, D2 maxSecondDerivative) {
+    double worst = 0;
+    for (int64_t x = p.start; x < p.end; x += p.step) {
+        const double xr = x / kOne;
+        const double err = std::fabs(fixed(x) - exact(xr) * kOne);
+        const double bound = p.h * p.h / 8.0 * maxSecondDerivative(xr, p.h) * kOne + 3.0;
+        EXPECT_LE(err, bound) << "x = " << x;
+        if (err > bound) break;
+        worst = std::fmax(worst, err);
+    }
+    return worst;
+}
+
+TEST(FixedPoint, InterpolationErrorAgainstLibm) {
+    const double h18 = 1.0 / 4096;  // spacing 2^18 units
+    const double cosErr = CheckAgainstBound(
+        {0, 1686629713, 1237, h18}, [](int64_t x) { return double(fxpcos(int32_t(x))); },
+        [](double x) { return std::cos(x); }, [](double, double) { return 1.0; });
+    // sqrt'' = -x^-1.5 / 4, largest at the interval's left end; the first
+    // interval (0..2^-12) has no finite bound and is left out.
+    auto sqrtD2 = [](double x, double h) {
+        const double left = std::floor(x / h) * h;
+        return 0.25 * std::pow(left, -1.5);
+    };
+    const double sqrtErr = CheckAgainstBound(
+        {1 << 18, 1073741824, 997, h18}, [](int64_t x) { return double(fxpsqrt(int32_t(x))); },
+        [](double x) { return std::sqrt(x); }, sqrtD2);
+    const double usqrtErr = CheckAgainstBound(
+        {1 << 18, 0x9DE9E64D, 1999, h18}, [](int64_t x) { return double(fxpusqrt(uint32_t(x))); },
+        [](double x) { return std::sqrt(x); }, sqrtD2);
+    // acos'' = -x / (1 - x^2)^1.5, largest at the interval's right end; the
+    // four tables refine the spacing toward 1 and the very last interval
+    // (1 - 2^-26 .. 1) has no finite bound.
+    auto acosD2 = [](double x, double h) {
+        const double right = std::fmin((std::floor(std::fabs(x) / h) + 1) * h, 1.0 - 1e-300);
+        return right / std::pow(1 - right * right, 1.5);
+    };
+    auto acosFixed = [](int64_t x) { return double(static_cast<uint32_t>(fxpacos(int32_t(x)))); };
+    auto acosExact = [](double x) { return std::acos(x); };
+    double acosErr = 0;
+    const Piece acosPieces[] = {
+        {0, 0x3F000000, 331, h18},                        // table A
+        {0x3F000000, 0x3FF00000, 37, 1.0 / 32768},        // table B
+        {0x3FF00000, 0x3FFFF000, 7, 1.0 / 524288},        // table C
+        {0x3FFFF000, 0x3FFFFFF0, 1, 1.0 / 67108864},      // table D, last interval left out
+    };
+    for (const Piece &p : acosPieces) {
+        acosErr = std::fmax(acosErr, CheckAgainstBound(p, acosFixed, acosExact, acosD2));
+        const Piece neg{-p.end + 1, -p.start + 1, p.step, p.h};
+        acosErr = std::fmax(acosErr, CheckAgainstBound(neg, acosFixed, acosExact, acosD2));
+    }
+    // Figures for the record: sqrt from 1/16 on, arc cosine below 0.984375.
+    const double sqrtUpper = CheckAgainstBound(
+        {1 << 26, 1073741824, 997, h18}, [](int64_t x) { return double(fxpsqrt(int32_t(x))); },
+        [](double x) { return std::sqrt(x); }, sqrtD2);
+    const double acosA = CheckAgainstBound({-0x3F000000 + 1, 0x3F000000, 331, h18}, acosFixed, acosExact, acosD2);
+    std::printf("sqrt from 1/16: %.0f units; acos below 0.984375: %.0f units\n", sqrtUpper, acosA);
+    std::printf("max error in units of 2^-30: cos %.0f, sqrt %.0f, usqrt %.0f (from 2^-12 on), acos %.0f "
+                "(to 1 - 2^-26)\n", cosErr, sqrtErr, usqrtErr, acosErr);
+}
+
+TEST(FixedPoint, RestrictedArcTangent) {
+    // atan2 for x >= 0 inside the unit disc: asin(y / r) equals atan2(y, x).
+    for (double ang = -1.5; ang <= 1.5; ang += 0.01) {
+        const double r = 0.7;
+        const int32_t y = int32_t(r * std::sin(ang) * kOne), x = int32_t(r * std::cos(ang) * kOne);
+        EXPECT_NEAR(fxpatan2(y, x) / kOne, ang, 2e-4) << ang;
+        EXPECT_NEAR(fxpatan2(y, -x) / kOne, ang, 2e-4) << ang;  // x < 0 gives the same
+    }
+}
+
+TEST(FixedPoint, ConversionsTruncateTowardZero) {
+    const Dc v{0.5, -0.3, 0.9999999999};
+    FxVec f{};
+    DcToFx(&v, &f);
+    EXPECT_EQ(f.x, 536870912);
+    EXPECT_EQ(f.y, static_cast<int32_t>(-0.3 * kOne));
+    EXPECT_EQ(f.z, 1073741823);
+    Dc back{};
+    FxToDc(&f, &back);
+    EXPECT_NEAR(back.y, -0.3, 1e-9);
+    const Ad ad{123.0, -45.0};
+    AdToFx(&ad, &f);
+    Ad out{};
+    FxToAd(&f, &out);
+    EXPECT_NEAR(out.a, 123.0, 1e-6);
+    EXPECT_NEAR(out.d, -45.0, 1e-6);
+    const FxVec pole{0, 0, 5};
+    FxToAd(&pole, &out);
+    EXPECT_EQ(out.a, 0.0);
+    EXPECT_EQ(out.d, 90.0);
+    const double m[9] = {1.0, 0.25, -0.5, 0, 1, 0, -1.0, 0, 0.125};
+    Fx fm[9];
+    MatrixFlToFx(m, fm);
+    EXPECT_EQ(fm[0], 1073741824);
+    EXPECT_EQ(fm[2], -536870912);
+    EXPECT_EQ(fm[6], -1073741824);
+}
+
+TEST(FixedPoint, RotationsMatchDoublesAndWritePartially) {
+    double m[9], rz[9], rx[9];
+    RotateZ(30, rz);
+    RotateX(-23.44, rx);
+    MulMatrix(rx, rz, m);
+    Fx fm[9];
+    MatrixFlToFx(m, fm);
+    const Ad ad{200.0, 35.0};
+    Dc v, r;
+    AdToDc(&ad, &v);
+    RotateDc(&v, m, &r);
+    FxVec fv{}, out{};
+    DcToFx(&v, &fv);
+    RotateFx(&fv, fm, &out);
+    EXPECT_NEAR(out.x / kOne, r.x, 4e-9);
+    EXPECT_NEAR(out.y / kOne, r.y, 4e-9);
+    EXPECT_NEAR(out.z / kOne, r.z, 4e-9);
+    EXPECT_EQ(RotateFxX(&fv, fm), out.x);
+    EXPECT_EQ(RotateFxZ(&fv, fm), out.z);
+    FxVec partial{12345, 0, 0};
+    RotateFxYZ(&fv, fm, &partial);
+    EXPECT_EQ(partial.x, 12345);  // first component untouched
+    EXPECT_EQ(partial.y, out.y);
+    EXPECT_EQ(partial.z, out.z);
+    FxVec inPlace = fv;
+    RotateFx(&inPlace, fm, &inPlace);
+    EXPECT_EQ(inPlace.x, out.x);
+    EXPECT_EQ(inPlace.z, out.z);
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+// Vectors, angle pairs and matrices: directions at the poles and beyond the
+// unit sphere, the frame-rotation sense, and the general inverse.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "kvxlib.h"
+
+namespace {
+
+TEST(DcToAd, PolesAxesAndOverflowingZ) {
+    Ad ad{};
+    Dc v{0, 0, 1};
+    DcToAd(&v, &ad);
+    EXPECT_EQ(ad.a, 0.0);
+    EXPECT_EQ(ad.d, 90.0);
+    v = {0, -1, 0};
+    DcToAd(&v, &ad);
+    EXPECT_EQ(ad.a, 270.0);
+    EXPECT_EQ(ad.d, 0.0);
+    v = {0, 0, 1.0000000001};
+    DcToAd(&v, &ad);
+    EXPECT_EQ(ad.d, 90.0);
+    v = {0, 0, -1.0000000001};
+    DcToAd(&v, &ad);
+    EXPECT_EQ(ad.d, -90.0);
+}
+
+TEST(DcToAdR, ZeroVectorLeavesOutputAndReturnsZero) {
+    Ad ad{12.0, 34.0};
+    Dc zero{0, 0, 0};
+    EXPECT_EQ(DcToAdR(&zero, &ad), 0);
+    EXPECT_EQ(ad.a, 12.0);
+    EXPECT_EQ(ad.d, 34.0);
+    Dc up{0, 0, 5};
+    EXPECT_EQ(DcToAdR(&up, &ad), 1);
+    EXPECT_EQ(ad.d, 90.0);
+    Dc v{-3, -3, 0};
+    EXPECT_EQ(DcToAdR(&v, &ad), 1);
+    EXPECT_NEAR(ad.a, 225.0, 1e-12);
+}
+
+TEST(AdToDc, RoundTripReducesRightAscension) {
+    std::mt19937 rng(7);
+    std::uniform_real_distribution<double> ra(-720, 720), dec(-89.9, 89.9);
+    for (int i = 0; i < 2000; ++i) {
+        const Ad in{ra(rng), dec(rng)};
+        Dc v;
+        Ad out;
+        AdToDc(&in, &v);
+        EXPECT_NEAR(DcAbs(&v), 1.0, 1e-15);
+        DcToAd(&v, &out);
+        EXPECT_GE(out.a, 0.0);
+        EXPECT_LT(out.a, 360.0);
+        EXPECT_NEAR(degmal180(degmal(in.a) - out.a), 0.0, 1e-9);
+        EXPECT_NEAR(out.d, in.d, 1e-9);
+    }
+}
+
+TEST(Rotations, FrameSenseAndComposition) {
+    double m[9];
+    RotateZ(90, m);
+    const Dc x{1, 0, 0};
+    Dc r;
+    RotateDc(&x, m, &r);
+    EXPECT_NEAR(r.x, 0, 1e-15);
+    EXPECT_NEAR(r.y, -1, 1e-15);
+    // Equatorial north pole to ecliptic and back.
+    double toEcl[9], toEq[9], both[9];
+    RotateX(23.4, toEcl);
+    RotateX(-23.4, toEq);
+    MulMatrix(toEq, toEcl, both);
+    for (int k = 0; k < 9; ++k) EXPECT_NEAR(both[k], k % 4 == 0 ? 1.0 : 0.0, 1e-15);
+    // RotatePrm1(a, b) = RotateY(b) RotateZ(a): z first.
+    double p[9], ry[9], rz[9], expect[9];
+    RotatePrm1(30, 40, p);
+    RotateY(40, ry);
+    RotateZ(30, rz);
+    MulMatrix(ry, rz, expect);
+    for (int k = 0; k < 9; ++k) EXPECT_EQ(p[k], expect[k]);
+    // MulMatrix applies its right factor first.
+    Dc v{0.3, -0.5, 0.8}, a, b;
+    RotateDc(&v, rz, &a);
+    RotateDc(&a, ry, &a);  // output aliasing the input
+    RotateDc(&v, p, &b);
+    EXPECT_NEAR(a.x, b.x, 1e-15);
+    EXPECT_NEAR(a.y, b.y, 1e-15);
+    EXPECT_NEAR(a.z, b.z, 1e-15);
+}
+
+TEST(GetInvMatrix, TimesItsInputIsTheIdentity) {
+    std::mt19937 rng(11);
+    std::uniform_real_distribution<double> u(-2, 2);
+    for (int n = 0; n < 500; ++n) {
+        double m[9], inv[9], prod[9];
+        for (double &e : m) e = u(rng);
+        GetInvMatrix(m, inv);
+        MulMatrix(m, inv, prod);
+        double scale = 0;
+        for (double e : inv) scale = std::fmax(scale, std::fabs(e));
+        for (int k = 0; k < 9; ++k) EXPECT_NEAR(prod[k], k % 4 == 0 ? 1.0 : 0.0, 1e-13 * (1 + scale)) << n;
+    }
+    double rz[9], inv[9], back[9];
+    RotateZ(37.5, rz);
+    GetInvMatrix(rz, inv);
+    RotateZ(-37.5, back);
+    for (int k = 0; k < 9; ++k) EXPECT_NEAR(inv[k], back[k], 1e-16);
+    // In place.
+    GetInvMatrix(rz, rz);
+    for (int k = 0; k < 9; ++k) EXPECT_NEAR(rz[k], back[k], 1e-16);
+}
+
+TEST(VectorArithmetic, ProductsAndAliasing) {
+    Dc a{1, 2, 3}, b{-2, 0.5, 4}, c;
+    DcOuterProduct(&a, &b, &c);
+    EXPECT_EQ(c.x, 2 * 4 - 3 * 0.5);
+    EXPECT_EQ(c.y, 3 * -2 - 1 * 4);
+    EXPECT_EQ(c.z, 1 * 0.5 - 2 * -2);
+    EXPECT_EQ(DcScalarProduct(&a, &c), 0.0);
+    DcOuterProduct(&a, &b, &a);  // output aliasing an input
+    EXPECT_EQ(a.x, c.x);
+    EXPECT_EQ(a.z, c.z);
+    Dc n;
+    EXPECT_EQ(DcNorm(&b, &n), std::sqrt(4 + 0.25 + 16));
+    EXPECT_NEAR(DcAbs(&n), 1.0, 1e-15);
+    EXPECT_EQ(DcDist(&a, &a), 0.0);
+    Dc z{0, 0, 0};
+    DcDiv(&b, 0.0, &z);  // no guard: IEEE infinities
+    EXPECT_TRUE(std::isinf(z.x));
+    EXPECT_EQ(atan3(0.0, 0.0), 0.0);
+    EXPECT_EQ(atan3(0.0, -1.0), std::atan2(0.0, -1.0));
+}
+
+}  // namespace
