@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "solar/sun.h"
 #include "solar/sun_newcomb_table.h"
 #include "solar/sun_theory.h"
 #include "test_support.h"
@@ -36,6 +37,48 @@ TEST(SunNewcomb, EclipticOfDateMatchesSwissEphemeris1900To2100) {
     EXPECT_LT(maxLon, 1.5);
     EXPECT_LT(maxLat, 0.25);
     EXPECT_LT(maxR, 1e-6);
+}
+
+// The full chain: Newcomb's place of date, precession to B1950.0, the
+// B1950-J2000 rotation; and the Earth's heliocentric place back on the
+// ecliptic of date.
+TEST(SunAnalytic, J2000VectorAndEarthLbrMatchSwissEphemeris1900To2100) {
+    const auto rows = ReadRows(ReferencePath("sun_swe_1900_2100.txt"));
+    double maxAngle = 0, maxR = 0, maxLon = 0, maxLat = 0;
+    for (const auto &r : rows) {
+        double v[3];
+        kvx::sun::AnalyticSunVector(r[0], v);
+        const double ref[3] = {r[4], r[5], r[6]};
+        const double c[3] = {v[1] * ref[2] - v[2] * ref[1], v[2] * ref[0] - v[0] * ref[2], v[0] * ref[1] - v[1] * ref[0]};
+        const double dot = v[0] * ref[0] + v[1] * ref[1] + v[2] * ref[2];
+        maxAngle = std::fmax(maxAngle, std::atan2(std::sqrt(c[0] * c[0] + c[1] * c[1] + c[2] * c[2]), dot) * 206264.806);
+        maxR = std::fmax(maxR, std::fabs(std::sqrt(dot * dot / (ref[0] * ref[0] + ref[1] * ref[1] + ref[2] * ref[2])) -
+                                         std::sqrt(ref[0] * ref[0] + ref[1] * ref[1] + ref[2] * ref[2])));
+        double lb[2], R;
+        kvx::sun::GetEarthLbr(r[0], lb, &R);
+        maxLon = std::fmax(maxLon, std::fabs(ArcsecDiff(lb[0] + 180.0, r[1])));
+        maxLat = std::fmax(maxLat, std::fabs((-lb[1] - r[2]) * 3600.0));
+    }
+    std::printf("analytic Sun J2000 vs Swiss Ephemeris 1900-2100: max angle %.3f\", |dR| %.2e AU; "
+                "GetEarthLbr max |dlon| %.3f\", |dlat| %.3f\"\n", maxAngle, maxR, maxLon, maxLat);
+    EXPECT_LT(maxAngle, 1.5);
+    EXPECT_LT(maxR, 1e-6);
+    EXPECT_LT(maxLon, 1.5);
+    EXPECT_LT(maxLat, 0.3);
+}
+
+TEST(SunAnalytic, TheoryChangesAtTheStrictRangeBounds) {
+    // The two theories differ by tens of arcseconds, so the switch shows.
+    for (double edge : {2086307.5, 2816787.5}) {
+        double atEdge[3], inside[3];
+        kvx::sun::AnalyticSunVector(edge, atEdge);
+        const double in = edge < 2.5e6 ? std::nextafter(edge, 3e6) : std::nextafter(edge, 0.0);
+        kvx::sun::AnalyticSunVector(in, inside);
+        double l, R;
+        kvx::sun::ShortEclipticOfDate(edge, &l, &R);
+        EXPECT_NEAR(std::sqrt(atEdge[0] * atEdge[0] + atEdge[1] * atEdge[1] + atEdge[2] * atEdge[2]), R, 1e-12);
+        EXPECT_GT(std::fabs(atEdge[0] - inside[0]) + std::fabs(atEdge[1] - inside[1]), 1e-6) << edge;
+    }
 }
 
 TEST(SunNewcomb, PerturbationTablesHaveTheTheorysRowCounts) {
