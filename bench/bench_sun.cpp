@@ -1,0 +1,112 @@
+// The Sun and the planets: ns per call, with Swiss Ephemeris (Moshier's
+// analytic ephemeris, swe_calc_ut) and libnova (VSOP87) as peers when they
+// are installed. Every loop advances the date so that no cache can answer.
+#include <benchmark/benchmark.h>
+
+#include "kvxlib.h"
+#include "solar/sun.h"
+#include "solar/sun_theory.h"
+
+#ifdef KVX_HAVE_SWE
+#include <swephexp.h>
+#endif
+#ifdef KVX_HAVE_NOVA
+#include <libnova/solar.h>
+#include <libnova/mars.h>
+#endif
+
+namespace {
+
+void BM_NewcombEclipticOfDate(benchmark::State &state) {
+    double jde = 2460000.3, l, b, r;
+    for (auto _ : state) {
+        kvx::sun::NewcombEclipticOfDate(jde, &l, &b, &r);
+        benchmark::DoNotOptimize(l);
+        jde += 0.37;
+    }
+}
+BENCHMARK(BM_NewcombEclipticOfDate);
+
+void BM_AnalyticSunVector(benchmark::State &state) {
+    double jde = 2460000.3, v[3];
+    for (auto _ : state) {
+        kvx::sun::AnalyticSunVector(jde, v);
+        benchmark::DoNotOptimize(v);
+        jde += 0.37;
+    }
+}
+BENCHMARK(BM_AnalyticSunVector);
+
+void BM_ShortSun(benchmark::State &state) {
+    double jde = 1500000.3, l, r;
+    for (auto _ : state) {
+        kvx::sun::ShortEclipticOfDate(jde, &l, &r);
+        benchmark::DoNotOptimize(l);
+        jde += 0.37;
+    }
+}
+BENCHMARK(BM_ShortSun);
+
+void BM_GetPlanetOrbitElmAndPosition(benchmark::State &state) {
+    double jde = 2460000.3, p[3];
+    OrbitElm el;
+    for (auto _ : state) {
+        GetPlanetOrbitElm(2, jde, &el);
+        GetPlanetByElement(&el, jde, p, nullptr);
+        benchmark::DoNotOptimize(p);
+        jde += 0.37;
+    }
+}
+BENCHMARK(BM_GetPlanetOrbitElmAndPosition);
+
+#ifdef KVX_HAVE_SWE
+// Apparent geocentric RA/Dec of the Sun from Moshier's ephemeris.
+void BM_Swe_SunMoshier(benchmark::State &state) {
+    double jd = 2460000.3, x[6];
+    char err[256];
+    for (auto _ : state) {
+        swe_calc_ut(jd, SE_SUN, SEFLG_MOSEPH | SEFLG_EQUATORIAL, x, err);
+        benchmark::DoNotOptimize(x);
+        jd += 0.37;
+    }
+}
+BENCHMARK(BM_Swe_SunMoshier);
+
+void BM_Swe_MarsMoshier(benchmark::State &state) {
+    double jd = 2460000.3, x[6];
+    char err[256];
+    for (auto _ : state) {
+        swe_calc_ut(jd, SE_MARS, SEFLG_MOSEPH | SEFLG_EQUATORIAL, x, err);
+        benchmark::DoNotOptimize(x);
+        jd += 0.37;
+    }
+}
+BENCHMARK(BM_Swe_MarsMoshier);
+#endif
+
+#ifdef KVX_HAVE_NOVA
+// Apparent RA/Dec of the Sun (VSOP87 Earth, nutation, aberration).
+void BM_Nova_SolarEquCoords(benchmark::State &state) {
+    double jd = 2460000.3;
+    ln_equ_posn p;
+    for (auto _ : state) {
+        ln_get_solar_equ_coords(jd, &p);
+        benchmark::DoNotOptimize(p);
+        jd += 0.37;
+    }
+}
+BENCHMARK(BM_Nova_SolarEquCoords);
+
+void BM_Nova_MarsEquCoords(benchmark::State &state) {
+    double jd = 2460000.3;
+    ln_equ_posn p;
+    for (auto _ : state) {
+        ln_get_mars_equ_coords(jd, &p);
+        benchmark::DoNotOptimize(p);
+        jd += 0.37;
+    }
+}
+BENCHMARK(BM_Nova_MarsEquCoords);
+#endif
+
+}  // namespace
