@@ -376,11 +376,48 @@ KVX_API void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out);
  * Apparent place: aberration, deflection, parallax, proper motion (src/place/)
  * ====================================================================== */
 
+union BodyPos; /* defined with the Sun below */
+/* Vectors here are double[3] (x, y, z) on the axes of the equator named by
+ * the caller; out may be the same array as an input. Null pointers do
+ * nothing. */
+/* Annual aberration with the elliptic terms, from t's jde and epsTrue.
+ * add != 0: geometric -> apparent; add == 0: apparent -> geometric (at most
+ * four fixed-point passes). out is a unit vector. */
+KVX_API void AnnualAberration(const ATime *t, const double v[3], int32_t add, double out[3]);
+/* Light deflection by the Sun for a body of the solar system: p unit
+ * geocentric direction, q heliocentric position (direction used), e the
+ * Earth's heliocentric position (AU). out is not renormalised; out = p when
+ * the body is exactly behind the Sun. */
+KVX_API void DeflectionSolar(const double p[3], const double q[3], const double e[3], double out[3]);
+/* Light deflection by the Sun for a star (p unit direction, e as above);
+ * out renormalised; out = p when the star is exactly behind the Sun. */
+KVX_API void DeflectionStar(const double p[3], const double e[3], double out[3]);
+/* Annual parallax (degrees) of a star p, away from the Sun at (sunAd[0]
+ * right ascension, sunAd[1] declination, degrees) at 1 AU; out unit. */
+KVX_API void AnnualParallax(const double p[3], double parallax, const double sunAd[2], double out[3]);
+/* Proper motion along a great circle from jd0 to jd: pm[0] rate of right
+ * ascension (not times cos dec), pm[1] of declination, degrees per Julian
+ * year. No guard at the poles (x = y = 0 divides by zero). */
+KVX_API void ProperMotion(double jd0, const double p[3], const double pm[2], double jd, double out[3]);
+/* Apparent direction of date (true equator and equinox, unit vector) of a
+ * star given at J2000.0: proper motion, parallax, deflection, aberration,
+ * then precession and nutation. sun: CalcSun's record for the same t. */
+KVX_API void StarApparent(const ATime *t, const double p[3], const double pm[2], double parallax, const union BodyPos *sun, double out[3]);
+
 /* end of: Apparent place: aberration, deflection, parallax, proper motion */
 
 /* ======================================================================
  * Atmospheric refraction      (src/place/refraction.cpp)
  * ====================================================================== */
+
+/* Standard atmosphere, no temperature or pressure. in->a is copied, in->d
+ * is the altitude in degrees. Both return out (null if a pointer is null);
+ * out may be in. */
+/* True altitude -> apparent altitude (refraction added). */
+KVX_API Ad *AtmosphericRefraction(const Ad *in, Ad *out);
+/* Apparent altitude -> true altitude (refraction removed). Not an exact
+ * inverse of AtmosphericRefraction (sub-arcsecond residue at the horizon). */
+KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
 
 /* end of: Atmospheric refraction */
 
@@ -388,12 +425,52 @@ KVX_API void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out);
  * Coordinate systems and position angle (src/place/coordinates.cpp)
  * ====================================================================== */
 
+/* Coordinate-system codes of Coordinates (pairs in degrees):
+ *   1 horizontal, geometric (mean equator of date, no aberration)
+ *   2 horizontal, apparent (true equator of date, with aberration)
+ *     (azimuth from the south through the west, altitude; geocentric, no
+ *     refraction)
+ *   3 equatorial J2000.0        4 equatorial B1950.0 (precession only)
+ *   5 equatorial mean of date   6 equatorial apparent of date
+ *   7 ecliptic J2000.0          8 ecliptic mean of date
+ *   9 ecliptic apparent of date 10 galactic (B1950.0 definition)
+ * Any other code means 3. */
+#define KVX_COORD_HORIZONTAL     1
+#define KVX_COORD_HORIZONTAL_APP 2
+#define KVX_COORD_J2000          3
+#define KVX_COORD_B1950          4
+#define KVX_COORD_MEAN_OF_DATE   5
+#define KVX_COORD_APPARENT       6
+#define KVX_COORD_ECL_J2000      7
+#define KVX_COORD_ECL_MEAN       8
+#define KVX_COORD_ECL_APPARENT   9
+#define KVX_COORD_GALACTIC       10
+/* Converts in from system `from` to system `to` for the instant and
+ * observer of t. from == to: copies in unchanged (no normalisation) and
+ * returns in. Otherwise returns out (longitude 0..360). Null in or out, or
+ * null t when from != to: returns null and writes nothing. */
+KVX_API Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t to, Ad *out);
+/* Position angle (0 < pa <= 360, due north = 360) and distance (degrees)
+ * of target seen from centre; the same computation as Deg2Point. Either
+ * output may be null. Returns distance. */
+KVX_API double *AdToPaDist(const Ad *centre, const Ad *target, double *positionAngle, double *distance);
+/* The point at position angle pa and distance r (degrees) from centre.
+ * r == 0 gives the centre; at pa 0 or 180 a result at a pole keeps the
+ * centre's right ascension. */
+KVX_API void PaDistToAd(const Ad *centre, double positionAngle, double distance, Ad *out);
+
 /* end of: Coordinate systems and position angle */
 
 /* ======================================================================
  * Constellations           (src/place/constellation.cpp)
  * ====================================================================== */
 
+/* Constellation code (0..88) of ad = {right ascension, declination} in
+ * degrees, or -1 (declination outside -90..90, right ascension an exact
+ * negative multiple of 360, null ad). epochJd exactly 2405888.5 (B1875.0):
+ * ad is used as it stands; any other value: ad is J2000.0 and is precessed
+ * to B1875.0. The library holds codes only, no names. */
+KVX_API int32_t GetConstellation(const double *ad, double epochJd);
 /* end of: Constellations */
 
 /* ======================================================================
