@@ -509,6 +509,15 @@ typedef union BodyPos {
 #define KVX_BODYPOS_FIELD(bp, k) ((bp).f[(k) - 1])
 #define KVX_BODYPOS_INT(bp, k) ((bp).i[2 * ((k) - 1)])
 
+/* Place of the Sun for t, fields 1-20 of the Sun record (see BodyPos):
+ * astrometric and apparent RA/Dec, ecliptic place of date, distance, the
+ * Earth's heliocentric vector (8-10, J2000.0 equator; 11-13 ecliptic of
+ * date), geocentric distance (14), semi-diameter (15), P, B0, the
+ * heliographic longitude of the centre from the solar equator's node and L0
+ * (16-19, degrees), 20 = -1. Call it before CalcPlanet, CalcMoon and
+ * CalcComet for the same t. Null pointers do nothing. */
+KVX_API void CalcSun(ATime *t, BodyPos *out);
+
 /* end of: The Sun */
 
 /* ======================================================================
@@ -568,6 +577,24 @@ KVX_API int32_t CalPVtoElm(const double pos[3], const double vel[3], double jde,
  * points written (0 for a bad code, n < 2 or a null buffer). */
 KVX_API int32_t CalcPlanetOrbit3(int32_t code, double jde, int32_t n, double *xyz);
 
+/* Place, distance, phase and brightness of body code (-3 Earth, 0..7
+ * Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for t; sunPos is
+ * CalcSun's record for the same t. Fills fields 1-37 (field 37: magnitude in
+ * tenths, int32, read with KVX_BODYPOS_INT). Returns 1, or 0 for an unknown
+ * code or a null pointer. */
+KVX_API int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out);
+/* Heliocentric ecliptic longitude and latitude of date (degrees) and
+ * distance (AU) of body code at dynamical Julian date jd. Returns 1, or 0
+ * for an unknown code or null outputs. */
+KVX_API int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r);
+/* Illuminated fraction and position angle of the bright limb (degrees) from
+ * the RA/Dec (fields 1-2) of the Sun's and the body's records and their
+ * distances from the observer (AU). Null outputs are skipped. */
+KVX_API void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction, double *limbAngle);
+/* Reduced visual magnitude of body code from its heliocentric vector h and
+ * the Earth's e (AU); -999.0 for an unknown code or null vectors. */
+KVX_API double GetPlanetMag(int32_t code, const double h[3], const double e[3]);
+
 /* end of: The planets and orbital elements */
 
 /* ======================================================================
@@ -607,6 +634,16 @@ KVX_API void GetVectorConst(double *m, double omega, double node, double incl, d
 /* The full orientation matrix RotateX(-eps) RotateZ(-node) RotateX(-incl)
  * RotateZ(-omega), same obliquity rule. */
 KVX_API void GetVectorConst3D(double *m, double omega, double node, double incl, double equinoxYear);
+
+/* Place and magnitude of a comet or minor planet for t (sunPos: CalcSun's
+ * record for the same t), filled like CalcPlanet's head: fields 1-20, 36 and
+ * 37 (21-35 = -1). Returns 1, or 0 when the orbit cannot be solved or a
+ * pointer is null. */
+KVX_API int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunPos, BodyPos *out);
+/* n points along the orbit, heliocentric, J2000.0 equator, AU (xyz[3k..]):
+ * an ellipse whole, an open orbit out to the distance rMax (AU). Returns the
+ * number of points, 0 on bad input. */
+KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz);
 
 /* end of: Comets and minor planets */
 

@@ -1,5 +1,5 @@
-// kvx orbit (and later kvx sun / planet / comet): output shape, the values
-// the library gives, and usage errors.
+// kvx orbit, sun, planet and comet: output shape, the values the library
+// gives, and usage errors.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -62,6 +62,67 @@ TEST(KvxOrbitCli, JsonAndUsageErrors) {
     EXPECT_EQ(Kvx("orbit vulcan").status, 2);
     EXPECT_EQ(Kvx("orbit mars --points 1").status, 2);
     EXPECT_EQ(Kvx("orbit").status, 2);
+}
+
+double JsonValue(const std::string &text, const std::string &key) {
+    const size_t at = text.find("\"" + key + "\": ");
+    if (at == std::string::npos) return NAN;
+    return std::stod(text.substr(at + key.size() + 4));
+}
+
+TEST(KvxSunCli, EquinoxOf2024) {
+    // March equinox 2024: 03:06 UT on March 20.
+    const CliResult r = Kvx("sun --date 2024-03-20T03:06 --tz 0 --json --lat 0 --lon 0 --height 0");
+    ASSERT_EQ(r.status, 0);
+    EXPECT_LT(std::fabs(JsonValue(r.out, "dec")), 0.002) << r.out;
+    EXPECT_LT(std::fabs(std::remainder(JsonValue(r.out, "ra"), 360.0)), 0.005) << r.out;
+    EXPECT_NEAR(JsonValue(r.out, "distance"), 0.9959, 0.0002);
+    const CliResult t = Kvx("sun --date 2024-03-20T12:00 --tz 9");
+    ASSERT_EQ(t.status, 0);
+    EXPECT_NE(t.out.find("disk       P "), std::string::npos) << t.out;
+}
+
+TEST(KvxPlanetCli, AllBodiesAndOne) {
+    const CliResult all = Kvx("planet all --date 2024-01-01 --json");
+    ASSERT_EQ(all.status, 0);
+    for (const char *name : {"Mercury", "Pluto", "Eris", "Ceres", "Makemake", "Haumea"})
+        EXPECT_NE(all.out.find(std::string("\"name\": \"") + name + "\""), std::string::npos) << name;
+    const CliResult mars = Kvx("planet MARS --date 2024-01-01");
+    ASSERT_EQ(mars.status, 0);
+    EXPECT_NE(mars.out.find("Mars"), std::string::npos);
+    EXPECT_EQ(Kvx("planet vulcan").status, 2);
+    EXPECT_EQ(Kvx("planet").status, 2);
+}
+
+TEST(KvxCometCli, MpcLineMatchesTheLibrary) {
+    const std::string line =
+        "    CK23A030  2024 09 27.7405  0.391423  1.000093  308.4930   21.5601  139.1115  20240831   6.0  4.0  "
+        "C/2023 A3 (Tsuchinshan-ATLAS)                            MPEC 2024-R22";
+    const CliResult r = Kvx("comet --json --date 2024-10-13T09:00 --tz 0 --lat 0 --lon 0 --height 0 --line '" + line + "'");
+    ASSERT_EQ(r.status, 0) << r.out;
+    CometElements el{};
+    el.kind = 'C';
+    el.perihelionJd = CalcJd(2024, 9, 27.7405);
+    el.q = 0.391423;
+    el.e = 1.000093;
+    el.peri = 308.4930;
+    el.node = 21.5601;
+    el.incl = 139.1115;
+    el.equinox = 2000.0;
+    el.h = 6.0;
+    el.slope = 10.0;
+    const ADate d{2024, 10, 13, 9, 0, 0.0, 0.0};
+    const Observer o{0, 0, 0};
+    ATime t;
+    SetATimeDate(&d, &o, &t);
+    BodyPos sun, c;
+    CalcSun(&t, &sun);
+    ASSERT_EQ(CalcComet(&el, &t, &sun, &c), 1);
+    EXPECT_NEAR(JsonValue(r.out, "ra"), c.f[2], 1e-9);
+    EXPECT_NEAR(JsonValue(r.out, "dec"), c.f[3], 1e-9);
+    EXPECT_NEAR(JsonValue(r.out, "magnitude"), c.f[35], 1e-9);
+    EXPECT_EQ(Kvx("comet --line 'too short'").status, 2);
+    EXPECT_EQ(Kvx("comet --q 1").status, 2);
 }
 
 }  // namespace

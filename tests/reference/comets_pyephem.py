@@ -40,14 +40,14 @@ def body(o):
         b._e = e
         b._M = 0.0
         b._epoch_M = Tdate
-    elif e == 1.0:
-        b = ephem.ParabolicBody()
-        b._q = q
-        b._epoch_p = Tdate
     else:
+        # The parabola goes through HyperbolicBody with e - 1 = 1e-9 (its
+        # places differ from the parabola's by far less than 1 mas):
+        # PyEphem's ParabolicBody puts this orbit some 16" away from its own
+        # elliptical and hyperbolic bodies with e within 1e-6 of 1.
         b = ephem.HyperbolicBody()
         b._q = q
-        b._e = e
+        b._e = e if e > 1.0 else 1.0 + 1e-9
         b._epoch_p = Tdate
     b._inc, b._om, b._Om = inc, w, node
     b._epoch = ephem.Date("2000/1/1.5")
