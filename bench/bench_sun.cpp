@@ -59,6 +59,92 @@ void BM_GetPlanetOrbitElmAndPosition(benchmark::State &state) {
 }
 BENCHMARK(BM_GetPlanetOrbitElmAndPosition);
 
+// 64 time records a little over a day apart, filled once: CalcSun and
+// CalcPlanet read a filled ATime, as callers that place several bodies do.
+const ATime *Times() {
+    static ATime t[64];
+    static bool filled = false;
+    if (!filled) {
+        for (int k = 0; k < 64; ++k) SetATimeJd(2460000.3 + 1.37 * k, 0.0, nullptr, &t[k]);
+        filled = true;
+    }
+    return t;
+}
+
+void BM_CalcSun(benchmark::State &state) {
+    const ATime *t = Times();
+    BodyPos s;
+    int k = 0;
+    for (auto _ : state) {
+        ATime x = t[k++ & 63];
+        CalcSun(&x, &s);
+        benchmark::DoNotOptimize(s);
+    }
+}
+BENCHMARK(BM_CalcSun);
+
+// The whole request: fill the time record, then the Sun.
+void BM_SetATimeJdAndCalcSun(benchmark::State &state) {
+    double jd = 2460000.3;
+    ATime t;
+    BodyPos s;
+    for (auto _ : state) {
+        SetATimeJd(jd, 0.0, nullptr, &t);
+        CalcSun(&t, &s);
+        benchmark::DoNotOptimize(s);
+        jd += 0.37;
+    }
+}
+BENCHMARK(BM_SetATimeJdAndCalcSun);
+
+void BM_CalcPlanet(benchmark::State &state) {
+    const int code = static_cast<int>(state.range(0));
+    const ATime *t = Times();
+    static BodyPos sun[64];
+    for (int k = 0; k < 64; ++k) {
+        ATime x = t[k];
+        CalcSun(&x, &sun[k]);
+    }
+    BodyPos p;
+    int k = 0;
+    for (auto _ : state) {
+        ATime x = t[k & 63];
+        CalcPlanet(code, &x, &sun[k & 63], &p);
+        ++k;
+        benchmark::DoNotOptimize(p);
+    }
+}
+BENCHMARK(BM_CalcPlanet)->Arg(0)->Arg(2)->Arg(3)->Arg(9);
+
+void BM_CalcComet(benchmark::State &state) {
+    const ATime *t = Times();
+    static BodyPos sun[64];
+    for (int k = 0; k < 64; ++k) {
+        ATime x = t[k];
+        CalcSun(&x, &sun[k]);
+    }
+    CometElements el{};
+    el.kind = 'C';
+    el.perihelionJd = 2460200.5;
+    el.e = 0.995;
+    el.q = 0.9;
+    el.peri = 40;
+    el.node = 200;
+    el.incl = 70;
+    el.equinox = 2000.0;
+    el.h = 6;
+    el.slope = 10;
+    BodyPos c;
+    int k = 0;
+    for (auto _ : state) {
+        ATime x = t[k & 63];
+        CalcComet(&el, &x, &sun[k & 63], &c);
+        ++k;
+        benchmark::DoNotOptimize(c);
+    }
+}
+BENCHMARK(BM_CalcComet);
+
 #ifdef KVX_HAVE_SWE
 // Apparent geocentric RA/Dec of the Sun from Moshier's ephemeris.
 void BM_Swe_SunMoshier(benchmark::State &state) {
