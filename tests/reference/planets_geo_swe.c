@@ -10,24 +10,33 @@
  * aberration, no deflection), apparent place of date (light time,
  * aberration, nutation, no deflection), distance (AU), and swe_pheno's
  * visual magnitude, illuminated fraction and apparent diameter (arcsec).
- * 1900-2100.
+ * 1900-2100, every 182.63 days (planets_swe_geo.txt), and 2000-01-01 to
+ * 2001-12-25 every 5 days with the Sun (code -2) added
+ * (planets_swe_geo_2000.txt), the span of the DE405 test excerpt.
  */
 #include <stdio.h>
 #include <stdlib.h>
 #include <swephexp.h>
 
-int main(int argc, char **argv) {
-    const char *dir = argc > 1 ? argv[1] : ".";
+static int Write(const char *dir, const char *name, double from, double to, double step, int withSun) {
     char path[512], ver[256], err[256];
-    const int bodies[9] = {SE_MERCURY, SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN, SE_URANUS, SE_NEPTUNE, SE_PLUTO, SE_CERES};
-    const int codes[9] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
-    swe_set_ephe_path("/usr/share/libswe/ephe");
-    snprintf(path, sizeof path, "%s/planets_swe_geo.txt", dir);
+    const int bodies[10] = {SE_MERCURY, SE_VENUS, SE_MARS, SE_JUPITER, SE_SATURN, SE_URANUS, SE_NEPTUNE, SE_PLUTO, SE_CERES, SE_SUN};
+    const int codes[10] = {0, 1, 2, 3, 4, 5, 6, 7, 9, -2};
+    const int count = withSun ? 10 : 9;
+    snprintf(path, sizeof path, "%s/%s", dir, name);
     FILE *f = fopen(path, "w");
     fprintf(f, "# Swiss Ephemeris %s, swe_calc and swe_pheno, geocentric, no light deflection\n", swe_version(ver));
     fprintf(f, "# jde code ra_astrometric dec_astrometric ra_apparent dec_apparent distance magnitude phase diameter\n");
-    for (double jde = 2415020.5; jde <= 2488070.5; jde += 182.63) {
-        for (int b = 0; b < 9; ++b) {
+    for (double jde = from; jde <= to; jde += step) {
+        for (int b = 0; b < count; ++b) {
+            if (bodies[b] == SE_SUN) {
+                double a[6], p[6];
+                if (swe_calc(jde, SE_SUN, SEFLG_SWIEPH | SEFLG_J2000 | SEFLG_EQUATORIAL | SEFLG_NOABERR | SEFLG_NOGDEFL, a, err) < 0 ||
+                    swe_calc(jde, SE_SUN, SEFLG_SWIEPH | SEFLG_EQUATORIAL | SEFLG_NOGDEFL, p, err) < 0)
+                    return 1;
+                fprintf(f, "%.5f %d %.9f %.9f %.9f %.9f %.10f 0 0 0\n", jde, codes[b], a[0], a[1], p[0], p[1], p[2]);
+                continue;
+            }
             double a[6], p[6], attr[20];
             int rc1 = swe_calc(jde, bodies[b], SEFLG_SWIEPH | SEFLG_J2000 | SEFLG_EQUATORIAL | SEFLG_NOABERR | SEFLG_NOGDEFL, a, err);
             int rc2 = swe_calc(jde, bodies[b], SEFLG_SWIEPH | SEFLG_EQUATORIAL | SEFLG_NOGDEFL, p, err);
@@ -41,6 +50,14 @@ int main(int argc, char **argv) {
         }
     }
     fclose(f);
-    swe_close();
     return 0;
+}
+
+int main(int argc, char **argv) {
+    const char *dir = argc > 1 ? argv[1] : ".";
+    swe_set_ephe_path("/usr/share/libswe/ephe");
+    int rc = Write(dir, "planets_swe_geo.txt", 2415020.5, 2488070.5, 182.63, 0);
+    if (!rc) rc = Write(dir, "planets_swe_geo_2000.txt", 2451544.5, 2452268.5, 5.0, 1);
+    swe_close();
+    return rc;
 }
