@@ -477,6 +477,37 @@ KVX_API int32_t GetConstellation(const double *ad, double epochJd);
  * JPL DE ephemeris and position files       (src/solar/)
  * ====================================================================== */
 
+/* Reading of the data files happens once, when the library is loaded; see
+ * README "Data files" for their locations and formats.
+ *
+ * The main JPL DE file may be a genuine JPL DE binary file (DE200, 405, 406,
+ * 430-436, 438; little-endian) or a "KQ" file: the same records preceded by
+ * a header already laid out for the reader, all fields little-endian:
+ *   offset  0: "KQ", then 10 reserved bytes (zero)
+ *   offset 12: uint32 L, the number of header-field bytes that follow (284)
+ *   offset 16: float64 startJd, endJd, stepDays   first/last JD (TT), days per record
+ *   offset 40: float64 au, emrat                  km per AU, Earth/Moon mass ratio
+ *   offset 56: 13 x int32[4] pointers             first coefficient (1-based),
+ *              coefficients per coordinate, sub-intervals, coordinates; for
+ *              Mercury..Pluto, Moon (geocentric), Sun, nutations, librations
+ *              (the Earth-Moon barycentre in place of the Earth)
+ *   offset 264: int32 deNumber, numberOfConstants, coefficientSize (8),
+ *               coefficientsPerRecord (<= 1024), recordBytes (= 8 x that)
+ *   offset 284: float64 moonFactor (1/(1+emrat)), earthFactor (emrat/(1+emrat))
+ *   record n (n >= 2) at offset n x recordBytes: coefficientsPerRecord
+ *   float64, the first two the record's start and end JD, as in a DE file.
+ * A shorter L fills only the leading fields; a header whose geometry does not
+ * hold together opens but answers no query. */
+
+/* DE number of the main JPL DE file (e.g. 405), -1 when none is open. */
+KVX_API int32_t GetJplDeVersion(void);
+/* 1 when the Moon's positions come from a file (the JPL DE file or
+ * "moon.xyz"), 0 when from the built-in theory. */
+KVX_API int32_t IsValidMoonXyzFile(void);
+/* 1 while the planet position file "planet.xyz" is open (0 once it has been
+ * read into memory with OnMemory, although it is still used). */
+KVX_API int32_t IsValidPlanetXyzFile(void);
+
 /* end of: JPL DE ephemeris and position files */
 
 /* ======================================================================
@@ -650,6 +681,29 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 /* ======================================================================
  * Meteor showers               (src/calendar/meteor.cpp)
  * ====================================================================== */
+
+/* One meteor shower of the catalogue read from "meteor.txt" at load time.
+ * The library gives the numeric fields no meaning; the sample file of the
+ * distribution documents its columns (tools/meteor.txt). 136 bytes. */
+typedef struct MeteorInfo {
+    int32_t number;
+    char code[4];        /* up to 3 characters, zero-terminated */
+    char name[32];       /* up to 31 characters, zero-terminated */
+    char name2[32];      /* second name, up to 31 characters */
+    double value[5];     /* value 1 to value 5 */
+    int32_t intValue;
+    double value6;
+    int32_t optional;    /* the optional last integer, -1 when absent */
+} MeteorInfo;
+
+/* Number of records; -1 when no file with a valid line was ever loaded. */
+KVX_API int32_t GetMeteorInfoCount(void);
+/* Record `index` (owned by the library, valid until unload), or null when
+ * index >= the count or no catalogue is loaded. A negative index is not
+ * checked: the pointer then lies before the catalogue. */
+KVX_API const MeteorInfo *GetMeteorInfo(int32_t index);
+/* 1 when a meteor catalogue is loaded, else 0. */
+KVX_API int32_t IsValidMeteorFile(void);
 
 /* end of: Meteor showers */
 

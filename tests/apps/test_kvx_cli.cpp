@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "test_support.h"
+
 namespace {
 
 struct CliRun {
@@ -27,12 +29,20 @@ CliRun Kvx(const std::string &args) {
     return r;
 }
 
+// Lines the command itself writes to stderr (the library's load-time
+// data-file lines are left out).
 int StderrLines(const std::string &args) {
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>&1 >/dev/null | wc -l";
+    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>&1 >/dev/null";
     FILE *p = popen(cmd.c_str(), "r");
-    int lines = -1;
-    if (p && std::fscanf(p, "%d", &lines) != 1) lines = -1;
-    if (p) pclose(p);
+    if (!p) return -1;
+    std::string err;
+    char buf[4096];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) err.append(buf, n);
+    pclose(p);
+    err = kvx::test::WithoutLoadDiagnostics(err);
+    int lines = 0;
+    for (char c : err) lines += c == '\n';
     return lines;
 }
 

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "test_support.h"
+
 namespace {
 
 struct Result {
@@ -30,6 +32,7 @@ Result KvxRun(const std::string &args) {
         while ((n = std::fread(buf, 1, sizeof buf, e)) > 0) r.err.append(buf, n);
         std::fclose(e);
     }
+    r.err = kvx::test::WithoutLoadDiagnostics(r.err);
     return r;
 }
 

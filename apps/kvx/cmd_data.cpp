@@ -1,0 +1,336 @@
+// kvx data: which data files the library loaded, and from where; kvx
+// meteors: the meteor-shower catalogue.
+//
+// What was loaded comes from the library's exports (GetJplDeVersion,
+// IsValidPlanetXyzFile, IsValidMoonXyzFile, IsValidJdtFile,
+// GetMeteorInfoCount). Where the files are and what they cover (spans,
+// bodies, entries) the command finds out itself: it looks the six settings
+// up as the library does (per-user, then machine-wide configuration file,
+// else the library's own directory) and reads the files' headers.
+#ifndef _WIN32
+#include <dlfcn.h>
+#include <strings.h>
+#include <sys/stat.h>
+#endif
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+
+namespace kvx::cli {
+
+namespace {
+
+#ifndef _WIN32
+// One "Name=Value" of a configuration file (names without regard to case).
+bool FromConfFile(const std::string &file, const char *name, std::string *value) {
+    std::ifstream in(file);
+    std::string line;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        const size_t p = line.find_first_not_of(" \t");
+        if (p == std::string::npos || line[p] == '#') continue;
+        const size_t eq = line.find('=', p);
+        if (eq == std::string::npos) continue;
+        size_t e = eq;
+        while (e > p && (line[e - 1] == ' ' || line[e - 1] == '\t')) --e;
+        if (strcasecmp(line.substr(p, e - p).c_str(), name) != 0) continue;
+        *value = line.substr(eq + 1);
+        return value->size() < 260;
+    }
+    return false;
+}
+
+bool Exists(const std::string &path) {
+    struct stat st {};
+    return stat(path.c_str(), &st) == 0;
+}
+
+std::string UserConf() {
+    const char *x = std::getenv("XDG_CONFIG_HOME");
+    if (x && x[0] == '/') return std::string(x) + "/Pelorin/kvxlib/6.0.conf";
+    const char *h = std::getenv("HOME");
+    return (h && h[0] == '/') ? std::string(h) + "/.config/Pelorin/kvxlib/6.0.conf" : std::string();
+}
+
+std::string MachineConf() {
+    const char *d = std::getenv("XDG_CONFIG_DIRS");
+    std::string list = (d && d[0]) ? d : "/etc/xdg", dir;
+    for (size_t start = 0; start <= list.size();) {
+        size_t end = list.find(':', start);
+        if (end == std::string::npos) end = list.size();
+        dir = list.substr(start, end - start);
+        if (!dir.empty() && dir[0] == '/' && Exists(dir + "/Pelorin/kvxlib/6.0.conf")) return dir + "/Pelorin/kvxlib/6.0.conf";
+        start = end + 1;
+    }
+    return std::string();
+}
+
+std::string LibraryDirectory() {
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void *>(&GetJplDeVersion), &info) == 0 || !info.dli_fname) return std::string();
+    std::string p = info.dli_fname;
+    return p.substr(0, p.find_last_of('/') + 1);
+}
+#endif
+
+struct Located {
+    std::string path;
+    std::string from;  // "user settings", "machine settings", "default"
+};
+
+Located Locate(const char *name, const char *defaultName) {
+#ifndef _WIN32
+    std::string v;
+    const std::string user = UserConf(), machine = MachineConf();
+    if (!user.empty() && FromConfFile(user, name, &v)) return {v, "user settings " + user};
+    if (!machine.empty() && FromConfFile(machine, name, &v)) return {v, "machine settings " + machine};
+    return {LibraryDirectory() + defaultName, "default"};
+#else
+    return {defaultName, "default"};
+#endif
+}
+
+bool OnMemory() {
+    std::string v = Locate("OnMemory", "").path;
+    for (char &c : v) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return v == "yes" || v == "true";
+}
+
+std::string Date(double jd) {
+    ADate d{};
+    JdToDate2(jd, &d);
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", d.year, d.month, d.day);
+    return buf;
+}
+
+// Span and DE number from a DE or KQ header.
+struct DeHeader {
+    bool ok = false;
+    double start = 0, end = 0, step = 0;
+    int de = 0;
+    bool kq = false;
+};
+
+DeHeader ReadDeHeader(const std::string &path) {
+    DeHeader h;
+    std::ifstream in(path, std::ios::binary);
+    char magic[2] = {};
+    if (!in.read(magic, 2)) return h;
+    h.kq = magic[0] == 'K' && magic[1] == 'Q';
+    const std::streamoff at = h.kq ? 16 : 2652, deAt = h.kq ? 16 + 248 : 2652 + 188;
+    double span[3];
+    int32_t de = 0;
+    in.seekg(at);
+    if (!in.read(reinterpret_cast<char *>(span), sizeof span)) return h;
+    in.seekg(deAt);
+    if (!in.read(reinterpret_cast<char *>(&de), 4)) return h;
+    h = {true, span[0], span[1], span[2], de, h.kq};
+    return h;
+}
+
+struct PlanetBlock {
+    int number;
+    double first, last, step;
+    long rows;
+};
+
+std::vector<PlanetBlock> ReadPlanetBlocks(const std::string &path) {
+    std::vector<PlanetBlock> blocks;
+    std::ifstream in(path, std::ios::binary);
+    long row = 0;
+    double h[6];
+    while (blocks.size() < 13 && in.seekg(row * 48) && in.read(reinterpret_cast<char *>(h), 48)) {
+        const double n = std::floor(h[4] + 1e-6);
+        if (!(n >= 1 && n < 1e9) || std::floor(h[5] + 1e-6) != 48) break;
+        blocks.push_back({static_cast<int>(std::floor(h[0] + 1e-6)), h[1], h[2], h[3], static_cast<long>(n) - 1});
+        row += static_cast<long>(n);
+    }
+    return blocks;
+}
+
+const char *PlanetName(int number) {
+    static const char *const kNames[] = {"Mercury", "Venus", "Earth", "Mars",  "Jupiter",  "Saturn", "Uranus",
+                                         "Neptune", "Pluto", "Eris",  "Ceres", "Makemake", "Haumea"};
+    const int i = number / 100 - 1;
+    return (number % 100 == 99 && i >= 0 && i < 13) ? kNames[i] : "?";
+}
+
+struct JdtInfo {
+    int version = -1;
+    int entries = 0;
+    double newest = 0;
+};
+
+JdtInfo ReadJdt(const std::string &path) {
+    JdtInfo info;
+    std::ifstream in(path);
+    std::string line;
+    bool first = true;
+    while (std::getline(in, line)) {
+        if (first && line.rfind("# KVXJDT VER.", 0) == 0) {
+            info.version = std::atoi(line.c_str() + 13);
+        } else if (!line.empty() && line[0] >= '0' && line[0] <= '9') {
+            if (first) info.version = 1;
+            if (info.entries++ == 0) info.newest = std::atof(line.c_str());
+        }
+        first = false;
+    }
+    return info;
+}
+
+std::string Span(double a, double b) {
+    char buf[96];
+    std::snprintf(buf, sizeof buf, "JD %.1f to %.1f (%s to %s)", a, b, Date(a).c_str(), Date(b).c_str());
+    return buf;
+}
+
+int RunData(const Args &args) {
+    args.ExpectPositional(0, 0);
+    const bool json = args.Flag("json");
+    const bool onMemory = OnMemory();
+
+    const Located jdtAt = Locate("DtUtFile", "kvxjdt.dat");
+    const int jdtValid = IsValidJdtFile();
+    const JdtInfo jdt = ReadJdt(jdtAt.path);
+
+    const Located planetAt = Locate("PlanetXyzFile", "planet.xyz");
+    const int planetOpen = IsValidPlanetXyzFile();
+    const std::vector<PlanetBlock> blocks = ReadPlanetBlocks(planetAt.path);
+    const char *planetState = planetOpen ? "open"
+                              : (onMemory && !blocks.empty()) ? "read into memory (OnMemory)"
+                                                              : "not loaded";
+
+    const Located jplAt = Locate("JplEphUnixFile", "");
+    const int deVersion = GetJplDeVersion();
+    const DeHeader jpl = deVersion >= 0 ? ReadDeHeader(jplAt.path) : DeHeader{};
+
+    const int moonValid = IsValidMoonXyzFile();
+    const Located moonAt = Locate("MoonXyzFile", "moon.xyz");
+    const bool moonFromJpl = moonValid && deVersion >= 0;
+    const DeHeader moon = (moonValid && !moonFromJpl) ? ReadDeHeader(moonAt.path) : DeHeader{};
+
+    const Located meteorAt = Locate("MeteorFile", "meteor.txt");
+    const int meteors = IsValidMeteorFile() ? GetMeteorInfoCount() : 0;
+
+    if (json) {
+        std::string bodies = "[";
+        for (size_t i = 0; i < blocks.size(); ++i)
+            bodies += (i ? ", " : "") + Json()
+                                           .Int("number", blocks[i].number)
+                                           .Str("body", PlanetName(blocks[i].number))
+                                           .Num("first", blocks[i].first)
+                                           .Num("last", blocks[i].last)
+                                           .Num("step", blocks[i].step)
+                                           .Int("rows", blocks[i].rows)
+                                           .Text();
+        bodies += "]";
+        Json out;
+        out.Raw("onMemory", onMemory ? "true" : "false")
+            .Raw("deltaT", Json()
+                               .Str("path", jdtAt.path)
+                               .Raw("valid", jdtValid ? "true" : "false")
+                               .Int("version", jdt.version)
+                               .Int("entries", jdt.entries)
+                               .Num("newest", jdt.newest)
+                               .Text())
+            .Raw("planets", Json().Str("path", planetAt.path).Str("state", planetState).Raw("bodies", bodies).Text())
+            .Raw("jpl", Json()
+                            .Str("path", jplAt.path)
+                            .Int("version", deVersion)
+                            .Num("start", jpl.start)
+                            .Num("end", jpl.end)
+                            .Num("step", jpl.step)
+                            .Text())
+            .Raw("moon", Json()
+                             .Str("source", moonFromJpl ? "jpl" : moonValid ? "moon.xyz" : "theory")
+                             .Str("path", moonFromJpl ? jplAt.path : moonValid ? moonAt.path : "")
+                             .Num("start", moonFromJpl ? jpl.start : moon.start)
+                             .Num("end", moonFromJpl ? jpl.end : moon.end)
+                             .Text())
+            .Raw("meteors", Json().Str("path", meteorAt.path).Int("count", meteors).Text());
+        std::printf("%s\n", out.Text().c_str());
+        return 0;
+    }
+
+    std::printf("OnMemory    %s\n", onMemory ? "on" : "off");
+    std::printf("Delta T     %s (%s)\n", jdtAt.path.c_str(), jdtAt.from.c_str());
+    if (jdt.version >= 0 && jdt.entries > 0)
+        std::printf("            version %d, %d entries, newest JD %.1f (%s)%s\n", jdt.version, jdt.entries,
+                    jdt.newest, Date(jdt.newest).c_str(), jdtValid ? "" : "; not in use as a version-2 file");
+    else
+        std::printf("            not loaded: built-in table and polynomials\n");
+    std::printf("Planets     %s (%s): %s\n", planetAt.path.c_str(), planetAt.from.c_str(), planetState);
+    if (planetOpen || std::strcmp(planetState, "not loaded") != 0)
+        for (const auto &b : blocks)
+            std::printf("            %-8s %s, step %g d, %ld rows\n", PlanetName(b.number), Span(b.first, b.last).c_str(),
+                        b.step, b.rows);
+    if (deVersion >= 0)
+        std::printf("JPL DE      %s (%s): DE%d, %s%s\n", jplAt.path.c_str(), jplAt.from.c_str(), deVersion,
+                    Span(jpl.start, jpl.end).c_str(), onMemory ? "; read into memory, so not queried" : "");
+    else
+        std::printf("JPL DE      none%s\n", jplAt.from == "default" ? " (JplEphUnixFile not set)" : "");
+    if (moonFromJpl)
+        std::printf("Moon        from the JPL DE file\n");
+    else if (moonValid)
+        std::printf("Moon        %s (%s): %s\n", moonAt.path.c_str(), moonAt.from.c_str(), Span(moon.start, moon.end).c_str());
+    else
+        std::printf("Moon        built-in theory\n");
+    if (meteors > 0)
+        std::printf("Meteors     %s (%s): %d showers\n", meteorAt.path.c_str(), meteorAt.from.c_str(), meteors);
+    else
+        std::printf("Meteors     none\n");
+    return 0;
+}
+
+int RunMeteors(const Args &args) {
+    args.ExpectPositional(0, 0);
+    const int count = IsValidMeteorFile() ? GetMeteorInfoCount() : 0;
+    if (args.Flag("json")) {
+        std::string list = "[";
+        for (int i = 0; i < count; ++i) {
+            const MeteorInfo *m = GetMeteorInfo(i);
+            if (!m) break;
+            list += (i ? ", " : "") + Json()
+                                          .Int("number", m->number)
+                                          .Str("code", m->code)
+                                          .Str("name", m->name)
+                                          .Str("name2", m->name2)
+                                          .Array("values", m->value, 5)
+                                          .Int("intValue", m->intValue)
+                                          .Num("value6", m->value6)
+                                          .Int("optional", m->optional)
+                                          .Text();
+        }
+        std::printf("%s\n", Json().Int("count", count).Raw("showers", list + "]").Text().c_str());
+        return 0;
+    }
+    if (count <= 0) {
+        std::printf("no meteor-shower file loaded\n");
+        return 0;
+    }
+    std::printf("%3s %-4s %-26s %-26s %8s %8s %8s %8s %6s %5s %8s %4s\n", "no", "code", "name", "name2", "value1",
+                "value2", "value3", "value4", "value5", "int", "value6", "opt");
+    for (int i = 0; i < count; ++i) {
+        const MeteorInfo *m = GetMeteorInfo(i);
+        if (!m) break;
+        std::printf("%3d %-4s %-26s %-26s %8g %8g %8g %8g %6g %5d %8g %4d\n", m->number, m->code, m->name, m->name2,
+                    m->value[0], m->value[1], m->value[2], m->value[3], m->value[4], m->intValue, m->value6,
+                    m->optional);
+    }
+    return 0;
+}
+
+}  // namespace
+
+KVX_COMMAND(60, "data", "data [--json]", {"json"}, RunData);
+KVX_COMMAND(61, "meteors", "meteors [--json]", {"json"}, RunMeteors);
+
+}  // namespace kvx::cli

@@ -1,0 +1,19 @@
+// The meteor-shower catalogue: read once from a text file at start-up.
+#pragma once
+
+#include "kvxlib.h"
+
+namespace kvx::meteor {
+
+// Parses one line into `out`; true when the line is an accepted record.
+bool ParseLine(const char *line, MeteorInfo *out);
+
+// Loads the file at `path` as the catalogue (call Release first when one is
+// loaded). True when at least one record was accepted; on failure the
+// record count keeps its previous value.
+bool LoadFile(const char *path);
+
+// Frees the catalogue; the record count is kept.
+void Release();
+
+}  // namespace kvx::meteor

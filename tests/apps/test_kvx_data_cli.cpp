@@ -1,0 +1,76 @@
+// kvx data and kvx meteors, with the library configured through a private
+// XDG configuration directory pointing at the test fixtures.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "test_support.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using kvx::test::TestDataPath;
+
+class KvxData : public testing::Test {
+  protected:
+    void SetUp() override {
+        dir_ = fs::temp_directory_path() / ("kvx_data_cli_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()));
+        fs::create_directories(dir_ / "Pelorin/kvxlib");
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+    void Conf(const std::string &text) { std::ofstream(dir_ / "Pelorin/kvxlib/6.0.conf") << text; }
+    std::string Run(const std::string &args) {
+        const std::string cmd = "XDG_CONFIG_HOME='" + dir_.string() + "' XDG_CONFIG_DIRS=/nonexistent '" + KVX_CLI +
+                                "' " + args + " 2>/dev/null";
+        std::string out;
+        if (FILE *p = popen(cmd.c_str(), "r")) {
+            char buf[4096];
+            size_t n;
+            while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+            pclose(p);
+        }
+        return out;
+    }
+    fs::path dir_;
+};
+
+TEST_F(KvxData, ReportsEveryLoadedFileAndItsSpan) {
+    Conf("JplEphUnixFile=" + TestDataPath("de405_2000.bin") + "\nPlanetXyzFile=" + TestDataPath("planet.xyz") +
+         "\nDtUtFile=" + TestDataPath("kvxjdt.dat") + "\nMeteorFile=" + TestDataPath("meteor.txt") + "\n");
+    const std::string out = Run("data");
+    EXPECT_NE(out.find("DE405, JD 2451536.5 to 2452272.5 (1999-12-24 to 2001-12-29)"), std::string::npos) << out;
+    EXPECT_NE(out.find("Moon        from the JPL DE file"), std::string::npos) << out;
+    EXPECT_NE(out.find("Mercury  JD 2451536.5 to 2452272.5"), std::string::npos) << out;
+    EXPECT_NE(out.find("version 2, 29 entries, newest JD 2461219.5"), std::string::npos) << out;
+    EXPECT_NE(out.find("13 showers"), std::string::npos) << out;
+    const std::string json = Run("data --json");
+    EXPECT_NE(json.find("\"jpl\": {\"path\": \"" + TestDataPath("de405_2000.bin") + "\", \"version\": 405"),
+              std::string::npos)
+        << json;
+    EXPECT_NE(json.find("\"moon\": {\"source\": \"jpl\""), std::string::npos) << json;
+}
+
+TEST_F(KvxData, MoonFileAndNothingElse) {
+    Conf("MoonXyzFile=" + TestDataPath("moon.xyz") + "\n");
+    const std::string out = Run("data");
+    EXPECT_NE(out.find("JPL DE      none (JplEphUnixFile not set)"), std::string::npos) << out;
+    EXPECT_NE(out.find("moon.xyz (user settings"), std::string::npos) << out;
+    EXPECT_NE(out.find("JD 2451568.5 to 2451728.5"), std::string::npos) << out;
+    EXPECT_NE(out.find("Meteors     none"), std::string::npos) << out;
+}
+
+TEST_F(KvxData, MeteorsListsTheCatalogue) {
+    Conf("MeteorFile=" + TestDataPath("meteor.txt") + "\n");
+    const std::string out = Run("meteors");
+    EXPECT_NE(out.find(" 12 GEM  Geminids"), std::string::npos) << out;
+    const std::string json = Run("meteors --json");
+    EXPECT_NE(json.find("{\"count\": 13, \"showers\": [{\"number\": 1, \"code\": \"QUA\""), std::string::npos) << json;
+    EXPECT_NE(json.find("\"values\": [140, 48, 58, 59, 2.2000000000000002]"), std::string::npos) << json;
+    Conf("");
+    EXPECT_EQ(Run("meteors"), "no meteor-shower file loaded\n");
+}
+
+}  // namespace

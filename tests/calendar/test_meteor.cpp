@@ -1,0 +1,141 @@
+// The meteor-shower catalogue: the line grammar (quoted-field limits, the
+// number scan that stops at exponents and '+', the optional last integer),
+// loading with growth, the sample file, and hostile files.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "calendar/meteor.h"
+#include "kvxlib.h"
+#include "test_support.h"
+
+namespace {
+
+using kvx::meteor::ParseLine;
+using kvx::test::TestDataPath;
+
+const char kBase[] = "1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,6,7";
+
+bool Parses(const std::string &line, MeteorInfo *m = nullptr) {
+    MeteorInfo tmp;
+    return ParseLine(line.c_str(), m ? m : &tmp);
+}
+
+TEST(MeteorLine, TheBasicLineAndItsOptionalInteger) {
+    MeteorInfo m;
+    ASSERT_TRUE(Parses(kBase, &m));
+    EXPECT_EQ(m.number, 1);
+    EXPECT_STREQ(m.code, "ABC");
+    EXPECT_STREQ(m.name, "x");
+    EXPECT_STREQ(m.name2, "y");
+    EXPECT_EQ(m.value[0], 1.0);
+    EXPECT_EQ(m.value[4], 5.0);
+    EXPECT_EQ(m.intValue, 6);
+    EXPECT_EQ(m.value6, 7.0);
+    EXPECT_EQ(m.optional, -1);
+    ASSERT_TRUE(Parses(std::string(kBase) + ",8", &m));
+    EXPECT_EQ(m.optional, 8);
+    EXPECT_FALSE(Parses(std::string(kBase) + ",8 x"));
+    EXPECT_FALSE(Parses(std::string(kBase) + ",8,9"));
+    EXPECT_FALSE(Parses(std::string(kBase) + " x"));
+}
+
+TEST(MeteorLine, WhitespaceAroundEveryCommaAndTheLineEnd) {
+    MeteorInfo m;
+    ASSERT_TRUE(Parses(" \t12 ,\t\"GEM\" , \"Geminids\",\"Futago-za\" , \"12/04-12/20\",262.2 , 112,33 ,35,2.6,150 ,17, 4 \r\n",
+                       &m));
+    EXPECT_EQ(m.number, 12);
+    EXPECT_STREQ(m.name2, "Futago-za");
+    EXPECT_EQ(m.value[0], 262.2);
+    EXPECT_EQ(m.intValue, 150);
+    EXPECT_EQ(m.value6, 17.0);
+    EXPECT_EQ(m.optional, 4);
+    ASSERT_TRUE(Parses("3,\"A\",\"\",\"\",\"\",-1.5,-0,0.25,10.,.5,0,0\n", &m));
+    EXPECT_STREQ(m.code, "A");
+    EXPECT_STREQ(m.name, "");
+    EXPECT_EQ(m.value[0], -1.5);
+    EXPECT_EQ(m.value[3], 10.0);
+    EXPECT_EQ(m.value[4], 0.5);
+}
+
+TEST(MeteorLine, QuotedFieldLimits) {
+    EXPECT_FALSE(Parses("1,\"ABCD\",\"x\",\"y\",\"z\",1,2,3,4,5,6,7"));
+    const std::string name31(31, 'n'), name32(32, 'n');
+    MeteorInfo m;
+    ASSERT_TRUE(Parses("1,\"ABC\",\"" + name31 + "\",\"" + name31 + "\",\"z\",1,2,3,4,5,6,7", &m));
+    EXPECT_EQ(std::strlen(m.name), 31u);
+    EXPECT_EQ(std::strlen(m.name2), 31u);
+    EXPECT_FALSE(Parses("1,\"ABC\",\"" + name32 + "\",\"y\",\"z\",1,2,3,4,5,6,7"));
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"" + name32 + "\",\"z\",1,2,3,4,5,6,7"));
+    // The fourth text may be of any length; it is not stored.
+    EXPECT_TRUE(Parses("1,\"ABC\",\"x\",\"y\",\"" + std::string(150, 'z') + "\",1,2,3,4,5,6,7"));
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z,1,2,3,4,5,6,7"));  // unterminated quote
+    EXPECT_FALSE(Parses("1,ABC,\"x\",\"y\",\"z\",1,2,3,4,5,6,7"));    // missing quotes
+}
+
+TEST(MeteorLine, NumbersStopAtExponentsAndPlusSigns) {
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",1e3,2,3,4,5,6,7"));
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",+1,2,3,4,5,6,7"));
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,-6,7"));  // the integer takes digits only
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,6,7e1"));
+    EXPECT_FALSE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,6"));   // a field short
+    // The scan reads fields with strtod/strtol and then skips characters, so
+    // an empty field reads as 0 rather than breaking the line.
+    MeteorInfo m;
+    ASSERT_TRUE(Parses("1,\"ABC\",\"x\",\"y\",\"z\",1,,3,4,5,6,7,", &m));
+    EXPECT_EQ(m.value[1], 0.0);
+    EXPECT_EQ(m.optional, 0);
+}
+
+TEST(MeteorLine, LinesThatAreNotRecords) {
+    for (const char *line : {"", "   \t\r\n", "# 1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,6,7", "x1,\"ABC\"",
+                             "-1,\"ABC\",\"x\",\"y\",\"z\",1,2,3,4,5,6,7"})
+        EXPECT_FALSE(Parses(line)) << line;
+}
+
+TEST(MeteorCatalogue, SampleFileLoadsEveryShower) {
+    const int32_t before = GetMeteorInfoCount();
+    EXPECT_FALSE(kvx::meteor::LoadFile(TestDataPath("hostile/meteor_comments_only.txt").c_str()));
+    EXPECT_EQ(GetMeteorInfoCount(), before);  // a failed load keeps the count
+    EXPECT_EQ(IsValidMeteorFile(), 0);
+
+    ASSERT_TRUE(kvx::meteor::LoadFile(TestDataPath("meteor.txt").c_str()));
+    EXPECT_EQ(IsValidMeteorFile(), 1);
+    ASSERT_EQ(GetMeteorInfoCount(), 13);  // beyond the first ten: the array grew
+    const MeteorInfo *per = GetMeteorInfo(5);
+    ASSERT_NE(per, nullptr);
+    EXPECT_STREQ(per->code, "PER");
+    EXPECT_STREQ(per->name, "Perseids");
+    EXPECT_EQ(per->value[0], 140.0);
+    EXPECT_EQ(per->intValue, 100);
+    EXPECT_EQ(per->optional, 7);
+    const MeteorInfo *urs = GetMeteorInfo(12);
+    ASSERT_NE(urs, nullptr);
+    EXPECT_EQ(urs->number, 13);
+    EXPECT_EQ(GetMeteorInfo(13), nullptr);
+    EXPECT_EQ(GetMeteorInfo(1000), nullptr);
+
+    kvx::meteor::Release();
+    EXPECT_EQ(IsValidMeteorFile(), 0);
+    EXPECT_EQ(GetMeteorInfoCount(), 13);  // release keeps the count
+    EXPECT_EQ(GetMeteorInfo(0), nullptr);
+}
+
+TEST(MeteorCatalogue, HostileFiles) {
+    EXPECT_FALSE(kvx::meteor::LoadFile("/nonexistent/meteor.txt"));
+    EXPECT_FALSE(kvx::meteor::LoadFile(TestDataPath("hostile/meteor_empty.txt").c_str()));
+    EXPECT_FALSE(kvx::meteor::LoadFile(TestDataPath("hostile/meteor_unterminated.txt").c_str()));
+    EXPECT_FALSE(kvx::meteor::LoadFile(TestDataPath("hostile").c_str()));  // a directory
+    // Lines longer than the 255-character buffer are read in pieces that are
+    // all rejected; the one ordinary line is kept.
+    ASSERT_TRUE(kvx::meteor::LoadFile(TestDataPath("hostile/meteor_long_lines.txt").c_str()));
+    EXPECT_EQ(GetMeteorInfoCount(), 1);
+    EXPECT_STREQ(GetMeteorInfo(0)->name, "x");
+    kvx::meteor::Release();
+    // Random bytes: whatever is accepted, nothing is read out of bounds.
+    if (kvx::meteor::LoadFile(TestDataPath("hostile/meteor_binary.bin").c_str())) kvx::meteor::Release();
+    EXPECT_EQ(IsValidMeteorFile(), 0);
+}
+
+}  // namespace

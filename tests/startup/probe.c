@@ -1,0 +1,44 @@
+/* Start-up probe: loads the kvxlib shared library named on the command line
+ * with dlopen (which runs the library's load sequence), prints what the
+ * exported functions report as "name=value" lines, and unloads it (which
+ * runs the release sequence). Used by tests/startup/test_startup.cpp, one
+ * process per scenario. */
+#include <dlfcn.h>
+#include <stdint.h>
+#include <stdio.h>
+
+typedef int32_t (*IntFn)(void);
+typedef double (*DtFn)(double);
+typedef const void *(*MeteorFn)(int32_t);
+
+static void PrintInt(void *lib, const char *name) {
+    IntFn f = (IntFn)dlsym(lib, name);
+    if (f)
+        printf("%s=%d\n", name, (int)f());
+    else
+        printf("%s=missing\n", name);
+}
+
+int main(int argc, char **argv) {
+    if (argc < 2) return 2;
+    void *lib = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
+    if (!lib) {
+        fprintf(stderr, "probe: %s\n", dlerror());
+        return 3;
+    }
+    PrintInt(lib, "GetJplDeVersion");
+    PrintInt(lib, "IsValidMoonXyzFile");
+    PrintInt(lib, "IsValidPlanetXyzFile");
+    PrintInt(lib, "IsValidJdtFile");
+    PrintInt(lib, "IsValidMeteorFile");
+    PrintInt(lib, "GetMeteorInfoCount");
+    DtFn utToDt = (DtFn)dlsym(lib, "UtToDt");
+    if (utToDt) printf("DeltaT2000=%.6f\n", (utToDt(2451545.0) - 2451545.0) * 86400.0);
+    MeteorFn meteor = (MeteorFn)dlsym(lib, "GetMeteorInfo");
+    const char *first = meteor ? (const char *)meteor(0) : NULL;
+    printf("FirstMeteorCode=%s\n", first ? first + 4 : "none"); /* code follows the int32 number */
+    fflush(stdout);
+    if (dlclose(lib) != 0) return 4;
+    printf("unloaded=1\n");
+    return 0;
+}

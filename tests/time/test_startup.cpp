@@ -1,0 +1,295 @@
+// Start-up scenarios, each in a process of its own: a copy of the shared
+// library in a temporary directory (its "own directory"), private XDG
+// configuration directories, and the probe (tests/startup/probe.c) that
+// loads the library, prints what the exports report and unloads it.
+// Also the settings-file reader and the path builder in this process.
+#ifndef _WIN32
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "kvxlib.h"
+#include "platform/settings.h"
+#include "test_support.h"
+#include "time/startup.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using kvx::test::TestDataPath;
+
+std::string Slurp(const fs::path &p) {
+    std::ifstream in(p, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+void Write(const fs::path &p, const std::string &text) {
+    fs::create_directories(p.parent_path());
+    std::ofstream(p, std::ios::binary) << text;
+}
+
+class Scenario {
+  public:
+    Scenario() {
+        char tmpl[] = "/tmp/kvx_startup_XXXXXX";
+        root_ = mkdtemp(tmpl);
+        lib_ = root_ / "lib";
+        fs::create_directories(lib_);
+        fs::copy_file(KVX_SHARED_LIBRARY, lib_ / "libkvxlib.so.6");
+        user_ = root_ / "user";
+        machine_ = root_ / "machine";
+        env_ = {"XDG_CONFIG_HOME=" + user_.string(), "XDG_CONFIG_DIRS=" + (root_ / "none").string() + ":" +
+                                                          machine_.string(),
+                "HOME=" + (root_ / "home").string()};
+    }
+    ~Scenario() {
+        std::error_code ec;
+        fs::remove_all(root_, ec);
+    }
+    fs::path LibDir() const { return lib_; }
+    fs::path Root() const { return root_; }
+    void Beside(const char *fixture, const char *as) { fs::copy_file(TestDataPath(fixture), lib_ / as); }
+    void UserConf(const std::string &text) { Write(user_ / "Pelorin/kvxlib/6.0.conf", text); }
+    void MachineConf(const std::string &text) { Write(machine_ / "Pelorin/kvxlib/6.0.conf", text); }
+    void SetEnv(std::vector<std::string> env) { env_ = std::move(env); }
+
+    // Runs the probe; fills the reported values and the captured stderr.
+    std::map<std::string, std::string> Run() {
+        const fs::path out = root_ / "out.txt", err = root_ / "err.txt";
+        const pid_t pid = fork();
+        if (pid == 0) {
+            std::vector<char *> envp;
+            for (auto &e : env_) envp.push_back(e.data());
+            envp.push_back(nullptr);
+            if (!freopen(out.c_str(), "w", stdout) || !freopen(err.c_str(), "w", stderr)) _exit(120);
+            const std::string lib = (lib_ / "libkvxlib.so.6").string();
+            execle(KVX_STARTUP_PROBE, KVX_STARTUP_PROBE, lib.c_str(), static_cast<char *>(nullptr), envp.data());
+            _exit(121);
+        }
+        int status = -1;
+        waitpid(pid, &status, 0);
+        exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        stderrText = Slurp(err);
+        std::map<std::string, std::string> values;
+        std::istringstream in(Slurp(out));
+        std::string line;
+        while (std::getline(in, line)) {
+            const auto eq = line.find('=');
+            if (eq != std::string::npos) values[line.substr(0, eq)] = line.substr(eq + 1);
+        }
+        return values;
+    }
+
+    int exitCode = -1;
+    std::string stderrText;
+
+  private:
+    fs::path root_, lib_, user_, machine_;
+    std::vector<std::string> env_;
+};
+
+TEST(Startup, NothingConfiguredAndNoFiles) {
+    Scenario s;
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    EXPECT_EQ(v["GetJplDeVersion"], "-1");
+    EXPECT_EQ(v["IsValidMoonXyzFile"], "0");
+    EXPECT_EQ(v["IsValidPlanetXyzFile"], "0");
+    EXPECT_EQ(v["IsValidJdtFile"], "0");
+    EXPECT_EQ(v["IsValidMeteorFile"], "0");
+    EXPECT_EQ(v["GetMeteorInfoCount"], "-1");
+    // The built-in polynomial (about 63.85 s), not a file's step. The probe
+    // prints (UtToDt(jd) - jd) in seconds: the JD's last place is 40 us.
+    EXPECT_NEAR(std::stod(v["DeltaT2000"]), 63.85, 0.01);
+    EXPECT_EQ(v["unloaded"], "1");
+    // The readers' own lines: the default JPL path is the library's
+    // directory, which is no file, and there is no moon.xyz.
+    const std::string dir = s.LibDir().string() + "/";
+    EXPECT_EQ(s.stderrText, "open " + dir + " failed\nopen " + dir + "moon.xyz failed\n");
+}
+
+TEST(Startup, FilesBesideTheLibrary) {
+    Scenario s;
+    s.Beside("kvxjdt.dat", "kvxjdt.dat");
+    s.Beside("planet.xyz", "planet.xyz");
+    s.Beside("moon.xyz", "moon.xyz");
+    s.Beside("meteor.txt", "meteor.txt");
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    EXPECT_EQ(v["GetJplDeVersion"], "-1");  // no JPL file without a setting
+    EXPECT_EQ(v["IsValidMoonXyzFile"], "1");
+    EXPECT_EQ(v["IsValidPlanetXyzFile"], "1");
+    EXPECT_EQ(v["IsValidJdtFile"], "1");
+    EXPECT_NEAR(std::stod(v["DeltaT2000"]), 64.184, 1e-4);  // TAI-UTC 32 s from 1999-01-01, + 32.184 s
+    EXPECT_EQ(v["IsValidMeteorFile"], "1");
+    EXPECT_EQ(v["GetMeteorInfoCount"], "13");
+    EXPECT_EQ(v["FirstMeteorCode"], "QUA");
+    EXPECT_EQ(s.stderrText, "open " + s.LibDir().string() + "/ failed\n");
+}
+
+TEST(Startup, UserValueHidesOnlyTheSameMachineValue) {
+    Scenario s;
+    const fs::path one = s.Root() / "one_meteor.txt";
+    Write(one, "7, \"ONE\", \"Only\", \"Hitotsu\", \"\", 1, 2, 3, 4, 5, 6, 7\n");
+    s.MachineConf("# machine-wide settings\nMeteorFile=" + TestDataPath("meteor.txt") +
+                  "\nPlanetXyzFile=" + TestDataPath("planet.xyz") + "\n");
+    s.UserConf("MeteorFile=" + one.string() + "\n");
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    EXPECT_EQ(v["GetMeteorInfoCount"], "1");          // the user's file
+    EXPECT_EQ(v["FirstMeteorCode"], "ONE");
+    EXPECT_EQ(v["IsValidPlanetXyzFile"], "1");        // still the machine's value
+    EXPECT_EQ(v["IsValidJdtFile"], "0");              // default: nothing beside the library
+}
+
+TEST(Startup, OnMemoryYesOrTrueInAnyCaseButNotOne) {
+    for (const char *value : {"yes", "YES", "True", "tRuE", "1", "no", "yes ", ""}) {
+        Scenario s;
+        s.UserConf(std::string("OnMemory=") + value + "\nPlanetXyzFile=" + TestDataPath("planet.xyz") + "\n");
+        auto v = s.Run();
+        ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+        const std::string lower = [&] {
+            std::string t = value;
+            for (char &c : t) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            return t;
+        }();
+        const bool on = lower == "yes" || lower == "true";
+        // In memory the planet file is closed (and still used).
+        EXPECT_EQ(v["IsValidPlanetXyzFile"], on ? "0" : "1") << "OnMemory=" << value;
+    }
+}
+
+TEST(Startup, JplFileServesTheMoonEvenWhenMoonXyzExists) {
+    Scenario s;
+    // A moon.xyz that would print "Unknown file format" if it were opened.
+    s.Beside("hostile/de_garbage.bin", "moon.xyz");
+    s.UserConf("JplEphUnixFile=" + TestDataPath("de405_2000.bin") + "\n");
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    EXPECT_EQ(v["GetJplDeVersion"], "405");
+    EXPECT_EQ(v["IsValidMoonXyzFile"], "1");
+    EXPECT_EQ(s.stderrText, "");
+
+    Scenario without;
+    without.Beside("hostile/de_garbage.bin", "moon.xyz");
+    v = without.Run();
+    EXPECT_EQ(v["IsValidMoonXyzFile"], "0");
+    const std::string dir = without.LibDir().string() + "/";
+    EXPECT_EQ(without.stderrText, "open " + dir + " failed\nUnknown file format. file=" + dir + "moon.xyz\n");
+}
+
+TEST(Startup, JplFileReadIntoMemoryStillReportsItsVersion) {
+    Scenario s;
+    s.MachineConf("JplEphUnixFile=" + TestDataPath("de405_2000.bin") + "\nOnMemory=Yes\n");
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    EXPECT_EQ(v["GetJplDeVersion"], "405");
+    EXPECT_EQ(v["IsValidMoonXyzFile"], "1");  // the Moon's handle is never read into memory
+    EXPECT_EQ(s.stderrText, "");
+}
+
+TEST(Startup, HomeConfigWhenXdgConfigHomeIsUnsetAndBrokenSettings) {
+    Scenario s;
+    const fs::path home = s.Root() / "home";
+    Write(home / ".config/Pelorin/kvxlib/6.0.conf",
+          "\xEF\xBB\xBFjunk line without an equals sign\r\n  meteorfile = " + TestDataPath("meteor.txt") +
+              "\r\nDtUtFile=" + std::string(300, 'x') + "\r\n");
+    s.MachineConf("DtUtFile=" + TestDataPath("kvxjdt.dat") + "\n");
+    s.SetEnv({"HOME=" + home.string(), "XDG_CONFIG_DIRS=" + (s.Root() / "machine").string()});
+    auto v = s.Run();
+    ASSERT_EQ(s.exitCode, 0) << s.stderrText;
+    // Names compare without regard to case and blanks around them; the value
+    // is taken as stored. The 300-character user value does not fit the
+    // 260-byte path buffer, so the machine's value is used.
+    EXPECT_EQ(v["GetMeteorInfoCount"], "-1");  // " /path" with its leading blank does not open
+    EXPECT_EQ(v["IsValidJdtFile"], "1");
+}
+
+TEST(StartupSettings, ConfigurationFileLines) {
+    const fs::path conf = fs::temp_directory_path() / "kvx_settings_test.conf";
+    Write(conf,
+          "# comment\n"
+          "  \t\n"
+          "DtUtFile=/first\n"
+          "DTUTFILE=/second\n"
+          "MeteorFile = /with blank/and=equals \r\n"
+          "Empty=\n"
+          "Long=" + std::string(259, 'a') + "\n"
+          "TooLong=" + std::string(260, 'a') + "\n"
+          "NoNewline=/last");
+    char buf[260];
+    ASSERT_TRUE(kvx::platform::ReadSettingFromFile(conf.c_str(), "DtUtFile", buf, sizeof buf));
+    EXPECT_STREQ(buf, "/first");
+    ASSERT_TRUE(kvx::platform::ReadSettingFromFile(conf.c_str(), "meteorfile", buf, sizeof buf));
+    EXPECT_STREQ(buf, " /with blank/and=equals ");
+    ASSERT_TRUE(kvx::platform::ReadSettingFromFile(conf.c_str(), "Empty", buf, sizeof buf));
+    EXPECT_STREQ(buf, "");
+    EXPECT_TRUE(kvx::platform::ReadSettingFromFile(conf.c_str(), "Long", buf, sizeof buf));
+    EXPECT_FALSE(kvx::platform::ReadSettingFromFile(conf.c_str(), "TooLong", buf, sizeof buf));
+    ASSERT_TRUE(kvx::platform::ReadSettingFromFile(conf.c_str(), "NoNewline", buf, sizeof buf));
+    EXPECT_STREQ(buf, "/last");
+    EXPECT_FALSE(kvx::platform::ReadSettingFromFile(conf.c_str(), "comment", buf, sizeof buf));
+    EXPECT_FALSE(kvx::platform::ReadSettingFromFile(conf.c_str(), "Missing", buf, sizeof buf));
+    EXPECT_FALSE(kvx::platform::ReadSettingFromFile("/nonexistent.conf", "DtUtFile", buf, sizeof buf));
+    fs::remove(conf);
+}
+
+TEST(StartupSettings, DefaultPathIsTheNameInTheLibrarysDirectory) {
+    // In the test program the "library" is the test executable itself.
+    setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
+    setenv("XDG_CONFIG_DIRS", "/nonexistent", 1);
+    char module[260], path[260];
+    ASSERT_TRUE(kvx::platform::ModuleFileName(module, sizeof module));
+    std::string dir = module;
+    dir.erase(dir.rfind('/') + 1);
+    kvx::startup::BuildPath("MeteorFile", "meteor.txt", path);
+    EXPECT_EQ(std::string(path), dir + "meteor.txt");
+    kvx::startup::BuildPath("JplEphUnixFile", "", path);
+    EXPECT_EQ(std::string(path), dir);
+    // A default name that leaves no room keeps the path within 259 characters.
+    kvx::startup::BuildPath("MeteorFile", std::string(300, 'n').c_str(), path);
+    EXPECT_LE(std::string(path).size(), 259u);
+    EXPECT_FALSE(kvx::startup::ReadOnMemory());
+}
+
+TEST(StartupSettings, LoadAndReleaseInThisProcess) {
+    // The sequences are callable directly; with settings pointing at the
+    // fixtures every reader loads, and release empties everything again.
+    const fs::path dir = fs::temp_directory_path() / "kvx_startup_inproc";
+    Write(dir / "Pelorin/kvxlib/6.0.conf", "PlanetXyzFile=" + TestDataPath("planet.xyz") + "\nJplEphUnixFile=" +
+                                               TestDataPath("de405_2000.bin") + "\nMeteorFile=" +
+                                               TestDataPath("meteor.txt") + "\nDtUtFile=" +
+                                               TestDataPath("kvxjdt.dat") + "\n");
+    setenv("XDG_CONFIG_HOME", dir.c_str(), 1);
+    kvx::startup::Load();
+    double start = 0, end = 0;
+    EXPECT_EQ(kvx::startup::PlanetFileEarthRange(&start, &end), 1);
+    EXPECT_EQ(start, 2451536.5);
+    EXPECT_EQ(end, 2452272.5);
+    EXPECT_EQ(GetJplDeVersion(), 405);
+    EXPECT_EQ(IsValidMoonXyzFile(), 1);
+    EXPECT_EQ(IsValidMeteorFile(), 1);
+    EXPECT_EQ(IsValidJdtFile(), 1);
+    kvx::startup::Release();
+    EXPECT_EQ(kvx::startup::PlanetFileEarthRange(nullptr, nullptr), 0);
+    EXPECT_EQ(GetJplDeVersion(), -1);
+    EXPECT_EQ(IsValidMoonXyzFile(), 0);
+    EXPECT_EQ(IsValidPlanetXyzFile(), 0);
+    EXPECT_EQ(IsValidMeteorFile(), 0);
+    EXPECT_EQ(IsValidJdtFile(), 0);
+    unsetenv("XDG_CONFIG_HOME");
+    fs::remove_all(dir);
+}
+
+}  // namespace
+#endif
