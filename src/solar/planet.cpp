@@ -10,6 +10,7 @@
 #include "solar/dwarf_planet_elements.h"
 #include "solar/jpl_query.h"
 #include "solar/orbit_elements.h"
+#include "solar/planet_xyz.h"
 #include "solar/sun.h"
 #include "solar/sun_theory.h"
 
@@ -65,6 +66,23 @@ inline void ToAngles(const double v[3], double *lon, double *lat) {
     *lat = RadToDeg(std::atan2(v[2], rho));
 }
 
+// Two-body extrapolation from the nearer end of the position file's entry.
+int Extrapolate(int code, double jde, double out[3]) {
+    double start, end;
+    if (!planetxyz::Range(code, &start, &end)) return 0;
+    if (jde >= start && jde <= end) return 0;
+    const double edge = jde <= start ? start : end;
+    double p[3], v[3];
+    if (!jpl::Query(code, edge, -2, p, v) && !planetxyz::Lookup(code, edge, p, v)) return 0;
+    OrbitElm el;
+    if (!CalPVtoElm(p, v, edge, GetEp(2451545.0), 2000.0, &el)) return 0;
+    // The mean motion of the osculating orbit, Gaussian constant.
+    double ecl[3];
+    if (!GetPlanetByElement(&el, jde, ecl, nullptr)) return 0;
+    EclToEq(GetEp(2451545.0), ecl, out);
+    return 1;
+}
+
 // Mean elements of date (Standish), ecliptic of J2000 -> J2000 equator.
 void FromMeanElements(int code, double jde, double out[3]) {
     OrbitElm el;
@@ -79,6 +97,8 @@ void FromMeanElements(int code, double jde, double out[3]) {
 int HelioVector(int code, double jde, double out[3]) {
     if (!ValidCode(code)) return 0;
     if (jpl::Query(code, jde, -2, out, nullptr)) return 1;
+    if (planetxyz::Lookup(code, jde, out, nullptr)) return 1;
+    if (code != -3 && Extrapolate(code, jde, out)) return 1;
     if (code >= 8) return comet::HelioJ2000(kDwarfPlanetElements[code - 8], jde, out);
     if (code == -3) {
         sun::GetSunVector(jde, out);

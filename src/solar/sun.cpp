@@ -7,6 +7,7 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "solar/jpl_query.h"
+#include "solar/planet_xyz.h"
 #include "solar/sun_theory.h"
 
 namespace kvx::sun {
@@ -64,7 +65,7 @@ void AnalyticSunVector(double jde, double v[3]) {
 
 void GetSunVector(double jde, double v[3]) {
     double p[3];
-    if (jpl::Query(-3, jde, -2, p, nullptr)) {
+    if (jpl::Query(-3, jde, -2, p, nullptr) || planetxyz::Lookup(-3, jde, p, nullptr)) {
         v[0] = -p[0];
         v[1] = -p[1];
         v[2] = -p[2];
@@ -72,6 +73,20 @@ void GetSunVector(double jde, double v[3]) {
         AnalyticSunVector(jde, v);
         return;
     }
+    // Blend into the theory near the ends of the position file's Earth entry
+    // (applied whichever file answered). The end itself is pure theory, the
+    // start itself pure file value.
+    double start, end, w;
+    if (!planetxyz::Range(-3, &start, &end)) return;
+    if (end - kBlendDays < jde && jde <= end)
+        w = (end - jde) / kBlendDays;
+    else if (start < jde && jde < start + kBlendDays)
+        w = (jde - start) / kBlendDays;
+    else
+        return;
+    double a[3];
+    AnalyticSunVector(jde, a);
+    for (int i = 0; i < 3; ++i) v[i] = w * v[i] + (1.0 - w) * a[i];
 }
 
 void GetEarthLbr(double jde, double lb[2], double *r) {
