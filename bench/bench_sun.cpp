@@ -3,7 +3,10 @@
 // are installed. Every loop advances the date so that no cache can answer.
 #include <benchmark/benchmark.h>
 
+#include <string>
+
 #include "kvxlib.h"
+#include "solar/jpl_de.h"
 #include "solar/sun.h"
 #include "solar/sun_theory.h"
 
@@ -144,6 +147,48 @@ void BM_CalcComet(benchmark::State &state) {
     }
 }
 BENCHMARK(BM_CalcComet);
+
+// The same with the DE405 test excerpt open (dates inside it; every call
+// reads a record of the file as the dates hop across them).
+struct DeFile {
+    DeFile() {
+        std::string src = __FILE__;
+        src = src.substr(0, src.rfind('/'));
+        kvx::jpl::OpenMain((src + "/../tests/data/de405_2000.bin").c_str(), false);  // read from the file: a handle read into memory answers no query
+    }
+    ~DeFile() { kvx::jpl::CloseMain(); }
+};
+
+void BM_CalcSun_De405(benchmark::State &state) {
+    DeFile de;
+    ATime t[64];
+    for (int k = 0; k < 64; ++k) SetATimeJd(2451600.3 + 9.7 * k, 0.0, nullptr, &t[k]);
+    BodyPos s;
+    int k = 0;
+    for (auto _ : state) {
+        CalcSun(&t[k++ & 63], &s);
+        benchmark::DoNotOptimize(s);
+    }
+}
+BENCHMARK(BM_CalcSun_De405);
+
+void BM_CalcPlanet_De405(benchmark::State &state) {
+    DeFile de;
+    ATime t[64];
+    BodyPos sun[64];
+    for (int k = 0; k < 64; ++k) {
+        SetATimeJd(2451600.3 + 9.7 * k, 0.0, nullptr, &t[k]);
+        CalcSun(&t[k], &sun[k]);
+    }
+    BodyPos p;
+    int k = 0;
+    for (auto _ : state) {
+        CalcPlanet(2, &t[k & 63], &sun[k & 63], &p);
+        ++k;
+        benchmark::DoNotOptimize(p);
+    }
+}
+BENCHMARK(BM_CalcPlanet_De405);
 
 #ifdef KVX_HAVE_SWE
 // Apparent geocentric RA/Dec of the Sun from Moshier's ephemeris.
