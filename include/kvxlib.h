@@ -540,6 +540,15 @@ typedef union BodyPos {
 #define KVX_BODYPOS_FIELD(bp, k) ((bp).f[(k) - 1])
 #define KVX_BODYPOS_INT(bp, k) ((bp).i[2 * ((k) - 1)])
 
+/* Place of the Sun for t, fields 1-20 of the Sun record (see BodyPos):
+ * astrometric and apparent RA/Dec, ecliptic place of date, distance, the
+ * Earth's heliocentric vector (8-10, J2000.0 equator; 11-13 ecliptic of
+ * date), geocentric distance (14), semi-diameter (15), P, B0, the
+ * heliographic longitude of the centre from the solar equator's node and L0
+ * (16-19, degrees), 20 = -1. Call it before CalcPlanet, CalcMoon and
+ * CalcComet for the same t. Null pointers do nothing. */
+KVX_API void CalcSun(ATime *t, BodyPos *out);
+
 /* end of: The Sun */
 
 /* ======================================================================
@@ -582,11 +591,114 @@ KVX_API double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *moonP
  * The planets and orbital elements (src/solar/planet.cpp)
  * ====================================================================== */
 
+/* Mean or osculating orbital elements of a body moving round the Sun,
+ * referred to the ecliptic and equinox of the year `equinox` (2000.0 for
+ * J2000.0). Filled by GetPlanetOrbitElm and CalPVtoElm, read by
+ * GetPlanetByElement. 80 bytes. */
+typedef struct OrbitElm {
+    double epoch;   /* dynamical Julian date at which m holds */
+    double a;       /* semi-major axis, AU */
+    double e;       /* eccentricity (below 1) */
+    double incl;    /* inclination, degrees */
+    double node;    /* longitude of the ascending node, degrees */
+    double peri;    /* argument of perihelion, degrees */
+    double m;       /* mean anomaly at epoch, degrees */
+    double n;       /* mean motion, degrees per day */
+    double equinox; /* year of the ecliptic and equinox, e.g. 2000.0 */
+    double reserved;
+} OrbitElm;
+
+/* Mean elements of date of a planet, code 0..7 (Mercury..Pluto) or -3 (the
+ * Earth-Moon barycentre), at dynamical Julian date jde, on the ecliptic and
+ * equinox of J2000.0: E. M. Standish's Keplerian elements for 3000 BC to
+ * AD 3000 (extrapolated outside). Returns 1, or 0 for another code or a null
+ * record. */
+KVX_API int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out);
+/* Heliocentric position (AU) and, when vel is not null, velocity (AU/day) at
+ * dynamical Julian date jde from an element record, on the axes of the
+ * elements' ecliptic and equinox. Returns 1, or 0 for a null record or an
+ * eccentricity not below 1. */
+KVX_API int32_t GetPlanetByElement(const OrbitElm *elm, double jde, double pos[3], double vel[3]);
+/* Osculating elements from a heliocentric position (AU) and velocity (AU/day)
+ * at dynamical Julian date jde, with the Gaussian constant. The vectors are
+ * equatorial and are rotated to the ecliptic by the obliquity eps (degrees;
+ * pass 0 for vectors that are already ecliptic); out->equinox is set to
+ * `equinox`. Returns 1, or 0 for a null pointer or an orbit that is not
+ * elliptic. */
+KVX_API int32_t CalPVtoElm(const double pos[3], const double vel[3], double jde, double eps, double equinox, OrbitElm *out);
+/* n points (n >= 2) evenly spaced in eccentric anomaly along the mean orbit
+ * of date of planet `code` (as GetPlanetOrbitElm), heliocentric, J2000.0
+ * equatorial axes, AU, written as xyz[3k..3k+2]. Returns the number of
+ * points written (0 for a bad code, n < 2 or a null buffer). */
+KVX_API int32_t CalcPlanetOrbit3(int32_t code, double jde, int32_t n, double *xyz);
+
+/* Place, distance, phase and brightness of body code (-3 Earth, 0..7
+ * Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for t; sunPos is
+ * CalcSun's record for the same t. Fills fields 1-37 (field 37: magnitude in
+ * tenths, int32, read with KVX_BODYPOS_INT). Returns 1, or 0 for an unknown
+ * code or a null pointer. */
+KVX_API int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out);
+/* Heliocentric ecliptic longitude and latitude of date (degrees) and
+ * distance (AU) of body code at dynamical Julian date jd. Returns 1, or 0
+ * for an unknown code or null outputs. */
+KVX_API int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r);
+/* Illuminated fraction and position angle of the bright limb (degrees) from
+ * the RA/Dec (fields 1-2) of the Sun's and the body's records and their
+ * distances from the observer (AU). Null outputs are skipped. */
+KVX_API void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction, double *limbAngle);
+/* Reduced visual magnitude of body code from its heliocentric vector h and
+ * the Earth's e (AU); -999.0 for an unknown code or null vectors. */
+KVX_API double GetPlanetMag(int32_t code, const double h[3], const double e[3]);
+
 /* end of: The planets and orbital elements */
 
 /* ======================================================================
  * Comets and minor planets                  (src/comet/)
  * ====================================================================== */
+
+/* Orbital elements of a comet or minor planet referred to its perihelion.
+ * Layout (136 bytes): kind at 0, 3 bytes padding, number at 4,
+ * designation at 8..39, then eleven doubles from offset 40. */
+typedef struct CometElements {
+    char kind;             /* 'M' minor planet; 'C', 'P', ... comet */
+    char pad[3];
+    int32_t number;        /* catalogue number, 0 when none */
+    char designation[32];  /* designation or name, NUL-terminated; for kinds
+                              other than 'M', leading digits followed by 'A'
+                              also mark a minor planet */
+    double perihelionJd;   /* time of perihelion T, dynamical Julian date */
+    double e;              /* eccentricity */
+    double q;              /* perihelion distance, AU */
+    double peri;           /* argument of perihelion, degrees */
+    double node;           /* longitude of the ascending node, degrees */
+    double incl;           /* inclination, degrees */
+    double equinox;        /* year of the equinox, e.g. 2000.0 */
+    double h;              /* absolute magnitude H */
+    double slope;          /* comet: K of m = H + 5 log delta + K log r;
+                              minor planet: slope parameter G */
+    double epoch;          /* osculation epoch, Julian date (0 if unknown) */
+    double validFrom;      /* validity span, Julian dates */
+    double validTo;
+} CometElements;
+
+/* Gauss vectors of an orbit: m (row by row) gets P in its first column and Q
+ * in its second, equatorial axes of the year equinoxYear (obliquity from
+ * GetEp, fixed 23.83253 / 23.05253 degrees beyond 4000 years from 2000);
+ * the third column is zero. Angles in degrees. */
+KVX_API void GetVectorConst(double *m, double omega, double node, double incl, double equinoxYear);
+/* The full orientation matrix RotateX(-eps) RotateZ(-node) RotateX(-incl)
+ * RotateZ(-omega), same obliquity rule. */
+KVX_API void GetVectorConst3D(double *m, double omega, double node, double incl, double equinoxYear);
+
+/* Place and magnitude of a comet or minor planet for t (sunPos: CalcSun's
+ * record for the same t), filled like CalcPlanet's head: fields 1-20, 36 and
+ * 37 (21-35 = -1). Returns 1, or 0 when the orbit cannot be solved or a
+ * pointer is null. */
+KVX_API int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunPos, BodyPos *out);
+/* n points along the orbit, heliocentric, J2000.0 equator, AU (xyz[3k..]):
+ * an ellipse whole, an open orbit out to the distance rMax (AU). Returns the
+ * number of points, 0 on bad input. */
+KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz);
 
 /* end of: Comets and minor planets */
 

@@ -2,35 +2,20 @@
 // table derived from PyEphem, and the lookup command's output and errors.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cstdio>
 #include <map>
 #include <set>
 #include <sstream>
 #include <string>
 
+#include "apps/kvx_runner.h"
 #include "place/constellation_reference.h"
 
 namespace {
 
-struct ConstRun {
-    int status;
-    std::string out;
-};
+using ConstRun = kvx::test::KvxResult;
 
-ConstRun Kvx(const std::string &args) {
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>/dev/null";
-    ConstRun r{-1, ""};
-    FILE *p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int st = pclose(p);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
-}
+ConstRun Kvx(const std::string &args) { return kvx::test::RunKvx(args); }
 
 TEST(KvxConst, EveryCodeNamesExactlyOneConstellation) {
     const ConstRun r = Kvx("const --list");

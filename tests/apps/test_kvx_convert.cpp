@@ -1,51 +1,23 @@
 // kvx convert: the coordinate conversion on the command line.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <string>
 
-#include "test_support.h"
+#include "apps/kvx_runner.h"
 
 namespace {
 
-struct Result {
-    int status;
-    std::string out;
-    std::string err;
-};
+using Result = kvx::test::KvxResult;
 
-Result KvxRun(const std::string &args) {
-    const std::string errFile = ::testing::TempDir() + "kvx_convert_err.txt";
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
-    Result r{-1, "", ""};
-    FILE *p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int st = pclose(p);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    if (FILE *e = std::fopen(errFile.c_str(), "r")) {
-        while ((n = std::fread(buf, 1, sizeof buf, e)) > 0) r.err.append(buf, n);
-        std::fclose(e);
-    }
-    r.err = kvx::test::WithoutLoadDiagnostics(r.err);
-    return r;
-}
+Result KvxRun(const std::string &args) { return kvx::test::RunKvx(args); }
 
 // The "out" pair of the JSON answer.
 bool OutPair(const std::string &json, double &a, double &b) {
     const size_t at = json.find("\"out\": [");
     return at != std::string::npos && std::sscanf(json.c_str() + at + 8, "%lf, %lf", &a, &b) == 2;
-}
-
-int Lines(const std::string &s) {
-    int n = 0;
-    for (char c : s) n += c == '\n';
-    return n;
 }
 
 }  // namespace
@@ -78,7 +50,7 @@ TEST(KvxConvert, PoleOfDateStandsAtTheObserversLatitude) {
 TEST(KvxConvert, TextOutputShowsBothSystems) {
     const Result r = KvxRun("convert --from 3 --to 7 90 23.4392794444 --date 2000-01-01T12:00 --tz 0");
     ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_EQ(Lines(r.out), 3) << r.out;
+    EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 3) << r.out;
     EXPECT_NE(r.out.find("equatorial, mean J2000.0"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("ecliptic, mean J2000.0"), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("06h00m00.00s"), std::string::npos) << r.out;  // RA as hours
@@ -93,8 +65,8 @@ TEST(KvxConvert, BadArgumentsExitTwoWithOneErrorLine) {
                             "convert --from 3 --to 5 10 20 --date 2024-02-30"}) {
         const Result r = KvxRun(bad);
         EXPECT_EQ(r.status, 2) << bad;
-        EXPECT_GE(Lines(r.err), 1) << bad;
-        EXPECT_LE(Lines(r.err), 2) << bad;
+        EXPECT_GE(r.ErrLines(), 1) << bad;
+        EXPECT_LE(r.ErrLines(), 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;
     }
 }

@@ -2,30 +2,16 @@
 // text and JSON, and usage errors.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cstdio>
 #include <string>
 
+#include "apps/kvx_runner.h"
+
 namespace {
 
-struct CliResult {
-    int status;
-    std::string out;
-};
+using CliResult = kvx::test::KvxResult;
 
-CliResult Kvx(const std::string &args) {
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>/dev/null";
-    CliResult r{-1, ""};
-    FILE *p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int st = pclose(p);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
-}
+CliResult Kvx(const std::string &args) { return kvx::test::RunKvx(args); }
 
 bool Has(const CliResult &r, const char *text) { return r.out.find(text) != std::string::npos; }
 

@@ -1,0 +1,243 @@
+// Solutions of the two-body problem for comets and minor planets, the
+// orientation of their orbits and their magnitudes.
+#include "comet/comet_orbit.h"
+
+#include <cmath>
+#include <cstring>
+
+#include "math/constants.h"
+
+namespace kvx::comet {
+
+namespace {
+
+constexpr int kMaxIterations = 70;
+
+void Velocities(OrbitState *s) {
+    s->z = 0.0;
+    s->vz = 0.0;
+    s->r = std::sqrt(s->x * s->x + s->y * s->y);
+    s->trueAnomaly = std::atan2(s->y, s->x);
+}
+
+// Laguerre's method of order 5 (n = 5): x - n f / (f' + sign(f') sqrt(|(n-1)^2 f'^2 - n (n-1) f f''|)).
+inline double LaguerreStep(double f, double f1, double f2) {
+    const double root = std::sqrt(std::fabs(16.0 * f1 * f1 - 20.0 * f * f2));
+    return 5.0 * f / (f1 + (f1 < 0.0 ? -root : root));
+}
+
+}  // namespace
+
+int SolveElliptic(double t, const CometElements &el, OrbitState *out, bool wantVelocity) {
+    constexpr double kTol = 5.729577951308232e-7;  // degrees (1e-8 radians)
+    const double e = el.e, q = el.q;
+    if (q == 0.0) return 0;
+    const double a = q / (1.0 - e);
+    const double M = RadToDeg((t - el.perihelionJd) * kGauss / (std::sqrt(a) * a));
+    const double ed = e * 180.0 / kPi;
+    double E = M + ed * std::sin(DegToRad(M));
+    bool done = false;
+    if (e >= 0.6) {
+        for (int k = 0; k < kMaxIterations; ++k) {
+            const double f = M + ed * std::sin(DegToRad(E)) - E;
+            const double f1 = 1.0 - e * std::cos(DegToRad(E));
+            if (std::fabs(f) < kTol || std::fabs(f1) < kTol) {
+                done = true;
+                break;
+            }
+            const double step = f / f1;
+            E += step;
+            if (!(std::fabs(step) > kTol)) {
+                done = true;
+                break;
+            }
+        }
+    } else {
+        for (int k = 0; k < kMaxIterations; ++k) {
+            const double next = M + ed * std::sin(DegToRad(E));
+            const double change = next - E;
+            E = next;
+            if (!(std::fabs(change) > kTol)) {
+                done = true;
+                break;
+            }
+        }
+    }
+    if (!done) return 0;
+    const double cE = std::cos(DegToRad(E)), sE = std::sin(DegToRad(E));
+    const double w = std::sqrt(1.0 - e * e);
+    out->x = (cE - e) * a;
+    out->y = w * a * sE;
+    out->z = 0.0;
+    if (wantVelocity) {
+        Velocities(out);
+        const double c = std::sqrt(a) * kGauss / out->r;
+        out->vx = -c * sE;
+        out->vy = c * w * cE;
+    }
+    return 1;
+}
+
+int SolveNearParabolic(double t, const CometElements &el, OrbitState *out, bool wantVelocity) {
+    constexpr double kTol = 1e-8;
+    const double e = el.e, q = el.q;
+    if (q == 0.0) return 0;
+    if (e <= 1.0) {
+        const double a = q / (1.0 - e);
+        const double M = (t - el.perihelionJd) * kGauss / (std::sqrt(a) * a);
+        double E = M + 0.85 * e * (std::sin(M) < 0.0 ? -1.0 : 1.0);
+        bool done = false;
+        for (int k = 0; k < kMaxIterations; ++k) {
+            const double sE = std::sin(E), cE = std::cos(E);
+            const double step = LaguerreStep(E - e * sE - M, 1.0 - e * cE, e * sE);
+            E -= step;
+            if (!(std::fabs(step) > kTol)) {
+                done = true;
+                break;
+            }
+        }
+        if (!done) return 0;
+        out->x = (std::cos(E) - e) * a;
+        out->y = std::sqrt(1.0 - e * e) * a * std::sin(E);
+        out->z = 0.0;
+        if (wantVelocity) {
+            Velocities(out);
+            const double c = kGauss / out->r, w = std::sqrt((1.0 - e * e) * a);
+            out->vx = -out->y * c / w;
+            out->vy = (out->x / a + e) * c * w;
+        }
+        return 1;
+    }
+    const double a = q / (e - 1.0);
+    const double M = (t - el.perihelionJd) * kGauss / (std::sqrt(a) * a);
+    double H = std::log(std::fmax(0.01, 2.0 * M / e + 1.85));
+    bool done = false;
+    for (int k = 0; k < kMaxIterations; ++k) {
+        const double sh = std::sinh(H), ch = std::cosh(H);
+        const double step = LaguerreStep(e * sh - H - M, e * ch - 1.0, e * sh);
+        H -= step;
+        if (!(std::fabs(step) > kTol)) {
+            done = true;
+            break;
+        }
+    }
+    if (!done) return 0;
+    const double w = std::sqrt(e * e - 1.0);
+    out->x = (e - std::cosh(H)) * a;
+    out->y = w * a * std::sinh(H);
+    out->z = 0.0;
+    if (wantVelocity) {
+        Velocities(out);
+        const double Hy = std::asinh(out->y / (w * a));
+        const double n = kGauss / ((e * std::cosh(Hy) - 1.0) * std::sqrt(a) * a);
+        out->vx = -a * n * std::sinh(Hy);
+        out->vy = w * a * n * std::cosh(Hy);
+    }
+    return 1;
+}
+
+int SolveParabolic(double t, const CometElements &el, OrbitState *out, bool wantVelocity) {
+    const double q = el.q;
+    if (q == 0.0) return 0;
+    const double W = (t - el.perihelionJd) * kGauss / (std::sqrt(q) * q * std::sqrt(2.0));
+    double s = W;
+    bool done = false;
+    for (int k = 0; k < kMaxIterations; ++k) {
+        const double next = (2.0 * s * s * s / 3.0 + W) / (s * s + 1.0);
+        const double change = next - s;
+        s = next;
+        if (!(std::fabs(change) > 1e-8)) {
+            done = true;
+            break;
+        }
+    }
+    if (!done) return 0;
+    out->x = (1.0 - s * s) * q;
+    out->y = 2.0 * q * s;
+    out->z = 0.0;
+    if (wantVelocity) {
+        Velocities(out);
+        out->vy = kGauss * std::sqrt(2.0 / ((s * s + 1.0) * out->r));
+        out->vx = -s * out->vy;
+    }
+    return 1;
+}
+
+int SolveOrbit(double t, const CometElements &el, OrbitState *out, bool wantVelocity) {
+    if (el.e < 0.98) return SolveElliptic(t, el, out, wantVelocity);
+    if (std::fabs(el.e - 1.0) < 1e-8) return SolveParabolic(t, el, out, wantVelocity);
+    return SolveNearParabolic(t, el, out, wantVelocity);
+}
+
+bool IsMinorPlanet(const CometElements &el) {
+    if (el.kind == 'M') return true;
+    const char *d = el.designation;
+    const size_t n = strnlen(d, sizeof el.designation);
+    size_t i = 0;
+    while (i < n && d[i] >= '0' && d[i] <= '9') ++i;
+    return i > 0 && i < n && d[i] == 'A';
+}
+
+double Magnitude(const CometElements &el, double R, double r, double delta) {
+    if (!IsMinorPlanet(el)) return el.h + 5.0 * std::log10(delta) + el.slope * std::log10(r);
+    double s2 = (R + r - delta) * (R - r + delta) / (4.0 * r * delta);
+    s2 = std::fmin(0.99, std::fmax(0.0, s2));
+    const double tb = std::tan(std::asin(std::sqrt(s2)));
+    const double G = el.slope;
+    return el.h + 5.0 * std::log10(r * delta) -
+           2.5 * std::log10((1.0 - G) * std::exp(-3.33 * std::pow(tb, 0.63)) + G * std::exp(-1.87 * std::pow(tb, 1.22)));
+}
+
+double EquinoxObliquity(double equinoxYear) {
+    const double jd = CalcJd(equinoxYear, 1, 1.5);
+    const double T2 = GetT2(jd);
+    if (T2 < -40.0) return 23.83253;
+    if (T2 > 40.0) return 23.05253;
+    return GetEp(jd);
+}
+
+}  // namespace kvx::comet
+
+using namespace kvx;
+
+/// Gauss vectors of an orbit for positions x P + y Q in equatorial axes of
+/// the elements' equinox. m: 3x3 row by row; first column P, second Q, third
+/// zero. omega (argument of perihelion), node, incl in degrees; equinoxYear
+/// e.g. 2000.0. The obliquity is GetEp at January 1.5 of that year, or fixed
+/// at 23.83253 / 23.05253 degrees when the year lies more than 4000 years
+/// before / after 2000. A null m does nothing.
+extern "C" void GetVectorConst(double *m, double omega, double node, double incl, double equinoxYear) {
+    if (!m) return;
+    const double eps = comet::EquinoxObliquity(equinoxYear);
+    const double sw = std::sin(DegToRad(omega)), cw = std::cos(DegToRad(omega));
+    const double sn = std::sin(DegToRad(node)), cn = std::cos(DegToRad(node));
+    const double si = std::sin(DegToRad(incl)), ci = std::cos(DegToRad(incl));
+    const double se = std::sin(DegToRad(eps)), ce = std::cos(DegToRad(eps));
+    const double u = cw * sn + sw * cn * ci;
+    const double v = cw * cn * ci - sw * sn;
+    m[0] = cw * cn - sw * sn * ci;
+    m[3] = u * ce - sw * si * se;
+    m[6] = u * se + sw * si * ce;
+    m[1] = -sw * cn - cw * sn * ci;
+    m[4] = v * ce - cw * si * se;
+    m[7] = v * se + cw * si * ce;
+    m[2] = m[5] = m[8] = 0.0;
+}
+
+/// The whole orientation matrix of an orbit, from the orbit plane (x toward
+/// perihelion, z along the orbit's pole) to equatorial axes of the elements'
+/// equinox: RotateX(-eps) RotateZ(-node) RotateX(-incl) RotateZ(-omega),
+/// multiplied right to left with MulMatrix; same obliquity rule as
+/// GetVectorConst. Angles in degrees; a null m does nothing.
+extern "C" void GetVectorConst3D(double *m, double omega, double node, double incl, double equinoxYear) {
+    if (!m) return;
+    const double eps = comet::EquinoxObliquity(equinoxYear);
+    double a[9], b[9], c[9];
+    RotateX(-incl, a);
+    RotateZ(-omega, b);
+    MulMatrix(a, b, c);
+    RotateZ(-node, a);
+    MulMatrix(a, c, b);
+    RotateX(-eps, a);
+    MulMatrix(a, b, m);
+}

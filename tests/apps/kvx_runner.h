@@ -1,0 +1,54 @@
+// Runs the kvx command line for the CLI tests: exit status, standard output
+// and the command's own standard-error lines (the library's load-time
+// data-file lines left out).
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "test_support.h"
+
+namespace kvx::test {
+
+struct KvxResult {
+    int status;       // exit status, -1 when the command did not exit normally
+    std::string out;  // standard output
+    std::string err;  // standard error without load-time diagnostics
+    bool Has(const char *text) const { return out.find(text) != std::string::npos; }
+    int ErrLines() const {
+        int n = 0;
+        for (char c : err) n += c == '\n';
+        return n;
+    }
+};
+
+inline std::string ReadWhole(FILE *f) {
+    std::string s;
+    char buf[4096];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) s.append(buf, n);
+    return s;
+}
+
+inline KvxResult RunKvx(const std::string &args) {
+    const std::string errFile = ::testing::TempDir() + "kvx_stderr_" + std::to_string(getpid()) + ".txt";
+    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
+    KvxResult r{-1, "", ""};
+    FILE *p = popen(cmd.c_str(), "r");
+    if (!p) return r;
+    r.out = ReadWhole(p);
+    const int st = pclose(p);
+    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
+    if (FILE *e = std::fopen(errFile.c_str(), "r")) {
+        r.err = WithoutLoadDiagnostics(ReadWhole(e));
+        std::fclose(e);
+    }
+    std::remove(errFile.c_str());
+    return r;
+}
+
+}  // namespace kvx::test
