@@ -566,12 +566,24 @@ KVX_API int32_t CalcMoonLbr(double jd, double lb[2], double *dist);
  * total librations in longitude/latitude, 24-26 direction cosines of 1-2 and
  * moon.fx. Null t or out: nothing is done. */
 KVX_API void CalcMoon2(ATime *t, BodyPos *out);
+/* CalcMoon2, then 8 and 14 topocentric and geocentric semi-diameters, 15-16
+ * azimuth and altitude, 18 illuminated fraction and 19 position angle of
+ * the bright limb; sunPos must come from CalcSun for the same t (null:
+ * fields 18-19 unset). Null t or out: nothing is done. */
+KVX_API void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos);
 
 /* end of: The Moon */
 
 /* ======================================================================
  * Moon phases and age         (src/solar/moon_phase.cpp)
  * ====================================================================== */
+
+/* A principal phase of the Moon: phase number (0 new Moon, 1 first quarter,
+ * 2 full Moon, 3 last quarter) and its instant as a Julian date. 16 bytes. */
+typedef struct MoonPhase {
+    int32_t phase;
+    double jd;
+} MoonPhase;
 
 /* Dynamical-time Julian date of a principal phase of lunation k by the
  * series of the true phases (Meeus); k = 0 is the new Moon of 2000 January 6
@@ -584,6 +596,12 @@ KVX_API double GetNewMoonJd2000(double k);
  * from moonPos field 11 minus sunPos field 5 over the mean daily elongation
  * (0 when either record is null). */
 KVX_API double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *moonPos);
+/* The principal phases whose instants fall in the local calendar month of
+ * month (year, month, tz read), in time order, at most max; returns the
+ * count. Instants are universal time inside JD 1356173.0..3547272.0 (series
+ * refined with the library's Sun and Moon), else from daily samples without
+ * Delta T. Null month or out: 0. */
+KVX_API int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max);
 
 /* end of: Moon phases and age */
 

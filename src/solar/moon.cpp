@@ -26,6 +26,8 @@ constexpr double kMeanDistanceAu = 0.002569555301823482;
 constexpr double kFileLightTimeStop = 1.1574074074074073e-7;
 constexpr double kTheoryLightTimeStop = 1.1574074074074073e-5;
 
+constexpr double kMoonRadiusKm = 1737.4;
+
 // Library body codes of the main reader, and JPL body numbers of the Moon
 // handle.
 constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
@@ -199,4 +201,25 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
     f[16] = lib.axisAngle;
     f[19] = lib.longitude;
     f[20] = lib.latitude;
+}
+
+/// CalcMoon: CalcMoon2, then the fields that need the Sun and the horizon:
+/// 8 topocentric and 14 geocentric semi-diameters (degrees, lunar radius
+/// 1737.4 km), 18 illuminated fraction and 19 position angle of the bright
+/// limb (GetPhase with sunPos, which CalcSun must have filled for the same
+/// t), 15-16 azimuth and altitude (Coordinates from the J2000.0 equator to
+/// the geometric horizon). Null t or out: nothing is done; a null sunPos
+/// leaves fields 18-19 unset.
+extern "C" void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos) {
+    if (t == nullptr || out == nullptr) return;
+    CalcMoon2(t, out);
+    double *f = out->f;
+    f[13] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[12]));
+    f[7] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[6]));
+    if (sunPos != nullptr) GetPhase(sunPos, sunPos->f[6], out, f[6] / kKmPerAu, &f[17], &f[18]);
+    const Ad radec{f[0], f[1]};
+    Ad azAlt{};
+    Coordinates(t, KVX_COORD_J2000, &radec, KVX_COORD_HORIZONTAL, &azAlt);
+    f[14] = azAlt.a;
+    f[15] = azAlt.d;
 }

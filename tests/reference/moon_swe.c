@@ -86,8 +86,10 @@ static void Apparent(const char *deDir) {
 
 /* Apparent geocentric elongation of the Moon from the Sun in ecliptic
  * longitude of date, -180..180 after subtracting the target. */
+static int32 gElongationFlags = SEFLG_SWIEPH;
+
 static double Elongation(double jd, double target) {
-    const int32 flags = SEFLG_SWIEPH;
+    const int32 flags = gElongationFlags;
     double m[6], s[6];
     Moon(jd, flags, m);
     Sun(jd, flags, s);
@@ -97,20 +99,31 @@ static double Elongation(double jd, double target) {
     return e;
 }
 
+static double PhaseInstant(double k) {
+    const double synodic = 29.530588853;
+    const double target = fmod(k - floor(k), 1.0) * 360.0;
+    double jd = 2451550.09765 + synodic * k;
+    /* Newton on the elongation, rate from a finite difference. */
+    for (int i = 0; i < 30; ++i) {
+        const double e = Elongation(jd, target);
+        const double rate = (Elongation(jd + 0.01, target) - Elongation(jd - 0.01, target)) / 0.02;
+        const double step = e / rate;
+        jd -= step;
+        if (fabs(step) < 1e-9) break;
+    }
+    return jd;
+}
+
+static void Ancient(void) {
+    gElongationFlags = SEFLG_MOSEPH;
+    printf("# k jd_tt: principal phases from the Moshier ephemeris, k as in 'phases'\n");
+    for (double k = -39000.0; k < -38975.0; k += 0.25) printf("%.2f %.7f\n", k, PhaseInstant(k));
+}
+
 static void Phases(void) {
     printf("# k jd_tt deltat_s: principal phases, k = lunation + quarter (0 = new Moon of 2000 January 6)\n");
-    const double synodic = 29.530588853;
     for (double k = -1236.0; k < 1237.0; k += 0.25) {
-        const double target = fmod(k - floor(k), 1.0) * 360.0;
-        double jd = 2451550.09765 + synodic * k;
-        /* Newton on the elongation, rate from a finite difference. */
-        for (int i = 0; i < 30; ++i) {
-            const double e = Elongation(jd, target);
-            const double rate = (Elongation(jd + 0.01, target) - Elongation(jd - 0.01, target)) / 0.02;
-            const double step = e / rate;
-            jd -= step;
-            if (fabs(step) < 1e-9) break;
-        }
+        const double jd = PhaseInstant(k);
         if (jd < 2415020.5 || jd >= 2488069.5) continue;
         printf("%.2f %.7f %.2f\n", k, jd, swe_deltat(jd) * 86400.0);
     }
@@ -122,10 +135,12 @@ int main(int argc, char **argv) {
         Lbr();
     else if (argc > 1 && strcmp(argv[1], "apparent") == 0)
         Apparent(argc > 3 && strcmp(argv[2], "de") == 0 ? argv[3] : NULL);
+    else if (argc > 1 && strcmp(argv[1], "ancient") == 0)
+        Ancient();
     else if (argc > 1 && strcmp(argv[1], "phases") == 0)
         Phases();
     else {
-        fprintf(stderr, "usage: moon_swe lbr|apparent [de DIR]|phases\n");
+        fprintf(stderr, "usage: moon_swe lbr|apparent [de DIR]|phases|ancient\n");
         return 2;
     }
     swe_close();

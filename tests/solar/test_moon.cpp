@@ -38,6 +38,7 @@ TEST(CalcMoonLbr, NullOutputs) {
 
 namespace {
 
+constexpr double kPi = 3.141592653589793;
 constexpr double kMeanDistanceAu = 0.002569555301823482;
 constexpr double kLightDaysPerAu = 0.005775518308;
 
@@ -191,6 +192,65 @@ TEST(CalcMoon2, NullRecords) {
     CalcMoon2(nullptr, &p);
     EXPECT_EQ(p.f[0], 123.0);
     CalcMoon2(&t, nullptr);
+}
+
+}  // namespace
+
+namespace {
+
+// CalcMoon adds the Sun-dependent and horizon fields to CalcMoon2's.
+TEST(CalcMoon, SemiDiametersPhaseAndHorizon) {
+    const Observer tokyo{35.68, 139.77, 40.0};
+    double minFraction = 1, maxFraction = 0;
+    for (double jde = 2460310.5; jde < 2460340.5; jde += 0.37) {
+        ATime t = AtTt(jde, 69.0, &tokyo);
+        BodyPos sun{}, moon{}, moon2{};
+        CalcSun(&t, &sun);
+        CalcMoon(&t, &moon, &sun);
+        CalcMoon2(&t, &moon2);
+        for (int i : {0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 12, 16, 19, 20, 23, 24, 25})
+            EXPECT_EQ(moon.f[i], moon2.f[i]) << "field " << i + 1;
+        // Semi-diameters: 14.7' to 16.8' geocentric, the topocentric one
+        // larger when the Moon is nearer the observer than the geocentre.
+        EXPECT_GT(moon.f[13] * 60.0, 14.6);
+        EXPECT_LT(moon.f[13] * 60.0, 16.8);
+        EXPECT_EQ(moon.f[7] > moon.f[13], moon.f[6] < moon.f[12]);
+        // Illuminated fraction against the elongation from the Sun: the
+        // phase angle is nearly 180 degrees minus the elongation.
+        const double cosElong = std::cos(sun.f[4] * kPi / 180.0 - moon.f[4] * kPi / 180.0) *
+                                std::cos(moon.f[5] * kPi / 180.0);
+        EXPECT_NEAR(moon.f[17], (1.0 - cosElong) / 2.0, 0.01) << jde;
+        minFraction = std::min(minFraction, moon.f[17]);
+        maxFraction = std::max(maxFraction, moon.f[17]);
+        // Horizon: altitude from the hour angle of the J2000.0 place carried
+        // to the equator of date (a check of the conversion's inputs).
+        EXPECT_GE(moon.f[14], 0.0);
+        EXPECT_LT(moon.f[14], 360.0);
+        const Ad j2000{moon.f[0], moon.f[1]};
+        Ad ofDate{};
+        Coordinates(&t, KVX_COORD_J2000, &j2000, KVX_COORD_MEAN_OF_DATE, &ofDate);
+        const double h = (t.lst - ofDate.a) * kPi / 180.0, d = ofDate.d * kPi / 180.0, phi = 35.68 * kPi / 180.0;
+        const double alt = std::asin(std::sin(phi) * std::sin(d) + std::cos(phi) * std::cos(d) * std::cos(h));
+        EXPECT_NEAR(moon.f[15], alt * 180.0 / kPi, 0.02) << jde;
+    }
+    EXPECT_LT(minFraction, 0.01);
+    EXPECT_GT(maxFraction, 0.99);
+}
+
+// At the geocentre the topocentric semi-diameter is the geocentric one.
+TEST(CalcMoon, GeocentreSemiDiameter) {
+    ATime t = AtTt(2451545.0, 64.0);
+    BodyPos sun{}, moon{};
+    CalcSun(&t, &sun);
+    CalcMoon(&t, &moon, &sun);
+    EXPECT_DOUBLE_EQ(moon.f[7], moon.f[13]);
+    BodyPos noSun{};
+    noSun.f[17] = -5.0;
+    CalcMoon(&t, &noSun, nullptr);
+    EXPECT_EQ(noSun.f[17], -5.0);
+    EXPECT_EQ(noSun.f[13], moon.f[13]);
+    CalcMoon(nullptr, &moon, &sun);
+    CalcMoon(&t, nullptr, &sun);
 }
 
 }  // namespace
