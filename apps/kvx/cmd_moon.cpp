@@ -1,0 +1,160 @@
+// kvx moon / kvx phases, and the almanac's Moon lines: apparent place,
+// horizon, distance, illuminated fraction, age, bright limb and librations;
+// the principal phases of a month or a year in local time.
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+#include "commands.h"
+
+namespace kvx::cli {
+
+namespace {
+
+const char *const kPhaseNames[4] = {"new Moon", "first quarter", "full Moon", "last quarter"};
+
+std::string Hms(double deg) {
+    Hour60 h;
+    HourTo60(degmal(deg) / 15.0, &h);
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%02dh%02dm%05.2fs", h.hour, h.min, h.sec);
+    return buf;
+}
+
+std::string Dms(double deg) {
+    Deg60 d;
+    DegTo60(deg, &d);
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%c%02d°%02d'%04.1f\"", d.sign < 0 ? '-' : '+', d.deg, d.min, d.sec);
+    return buf;
+}
+
+struct MoonNow {
+    ATime t;
+    BodyPos sun;
+    BodyPos moon;
+    double age;
+};
+
+MoonNow Compute(const ADate &date, const Observer *observer) {
+    MoonNow m{};
+    SetATimeDate(&date, observer, &m.t);
+    CalcSun(&m.t, &m.sun);
+    CalcMoon(&m.t, &m.moon, &m.sun);
+    m.age = GetMoonAge(m.t.jde, &m.sun, &m.moon);
+    return m;
+}
+
+Json MoonJson(const MoonNow &m) {
+    const double *f = m.moon.f;
+    Json j;
+    j.Num("jd", m.t.jd)
+        .Num("jde", m.t.jde)
+        .Num("ra", f[2])
+        .Num("dec", f[3])
+        .Num("raJ2000", f[0])
+        .Num("decJ2000", f[1])
+        .Num("longitude", f[4])
+        .Num("latitude", f[5])
+        .Num("distance", f[6])
+        .Num("geocentricDistance", f[12])
+        .Num("semiDiameter", f[7] * 3600.0)
+        .Num("azimuth", f[14])
+        .Num("altitude", f[15])
+        .Num("illuminated", f[17])
+        .Num("brightLimb", f[18])
+        .Num("age", m.age)
+        .Num("librationLongitude", f[19])
+        .Num("librationLatitude", f[20])
+        .Num("axis", f[16])
+        .Int("fromFile", IsValidMoonXyzFile());
+    return j;
+}
+
+void AlmanacText(const AlmanacContext &c) {
+    const MoonNow m = Compute(c.date, &c.place.observer);
+    const double *f = m.moon.f;
+    std::printf("  Moon      RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %9.1f km\n", Hms(f[2]).c_str(),
+                Dms(f[3]).c_str(), f[15], f[14], f[6]);
+    std::printf("            illuminated %.3f  age %.2f d  bright limb %.1f°  libration %+.2f° %+.2f°\n", f[17],
+                m.age, f[18], f[19], f[20]);
+}
+
+void AlmanacJson(const AlmanacContext &c, Json &out) {
+    out.Raw("moon", MoonJson(Compute(c.date, &c.place.observer)).Text());
+}
+
+int RunMoon(const Args &args) {
+    args.ExpectPositional(0, 0);
+    const Place place = PlaceFrom(args);
+    const ADate date = DateOption(args, place.tz);
+    const MoonNow m = Compute(date, &place.observer);
+    if (args.Flag("json")) {
+        std::printf("%s\n", MoonJson(m).Text().c_str());
+        return 0;
+    }
+    const double *f = m.moon.f;
+    std::printf("Moon  JD %.6f (UT)  JDE %.6f  (%s)\n", m.t.jd, m.t.jde,
+                IsValidMoonXyzFile() ? "ephemeris file" : "built-in theory");
+    std::printf("  apparent   RA %s  Dec %s\n", Hms(f[2]).c_str(), Dms(f[3]).c_str());
+    std::printf("  J2000      RA %s  Dec %s\n", Hms(f[0]).c_str(), Dms(f[1]).c_str());
+    std::printf("  ecliptic   lon %.6f  lat %+.6f (mean of date)\n", f[4], f[5]);
+    std::printf("  horizon    alt %+.3f  az %.3f\n", f[15], f[14]);
+    std::printf("  distance   %.1f km (geocentric %.1f km)  semi-diameter %.1f\"\n", f[6], f[12], f[7] * 3600.0);
+    std::printf("  phase      illuminated %.4f  bright limb %.2f°  age %.3f d\n", f[17], f[18], m.age);
+    std::printf("  libration  longitude %+.3f°  latitude %+.3f°  axis %+.3f°\n", f[19], f[20], f[16]);
+    return 0;
+}
+
+int RunPhases(const Args &args) {
+    args.ExpectPositional(1, 2);
+    const Place place = PlaceFrom(args);
+    const double yearNumber = ParseNumber(args.Positional()[0], "year");
+    if (yearNumber != std::floor(yearNumber) || std::fabs(yearNumber) > 1e6)
+        throw UsageError{"year must be a whole number"};
+    const int year = static_cast<int>(yearNumber);
+    int first = 1, last = 12;
+    if (args.Positional().size() == 2) {
+        const double m = ParseNumber(args.Positional()[1], "month");
+        if (m != std::floor(m) || m < 1 || m > 12) throw UsageError{"month must be 1 to 12"};
+        first = last = static_cast<int>(m);
+    }
+    const bool json = args.Flag("json");
+    std::string items;
+    for (int month = first; month <= last; ++month) {
+        const ADate request{year, month, 1, 0, 0, 0.0, place.tz};
+        MoonPhase phases[6];
+        const int n = GetMoonPhases(&request, phases, 6);
+        for (int i = 0; i < n; ++i) {
+            ADate local{};
+            JdToDate2(phases[i].jd + place.tz / 24.0, &local);
+            local.tz = place.tz;
+            if (json) {
+                Json j;
+                j.Int("phase", phases[i].phase)
+                    .Str("name", kPhaseNames[phases[i].phase & 3])
+                    .Num("jd", phases[i].jd)
+                    .Str("local", FormatDate(local));
+                items += (items.empty() ? "" : ",") + j.Text();
+            } else {
+                // To the nearest minute.
+                ADate shown{};
+                JdToDate2(phases[i].jd + place.tz / 24.0 + 30.0 / 86400.0, &shown);
+                std::printf("%04d-%02d-%02d %02d:%02d %s  %s\n", shown.year, shown.month, shown.day, shown.hour,
+                            shown.minute, FormatZone(place.tz).c_str(), kPhaseNames[phases[i].phase & 3]);
+            }
+        }
+    }
+    if (json) std::printf("%s\n", Json().Num("tz", place.tz).Raw("phases", "[" + items + "]").Text().c_str());
+    return 0;
+}
+
+}  // namespace
+
+KVX_ALMANAC_SECTION(45, AlmanacText, AlmanacJson);
+
+KVX_COMMAND(45, "moon", "moon [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]", {"json"},
+            RunMoon);
+KVX_COMMAND(46, "phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases);
+
+}  // namespace kvx::cli
