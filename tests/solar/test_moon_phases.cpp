@@ -13,8 +13,6 @@
 
 namespace {
 
-static_assert(sizeof(MoonPhase) == 16 && offsetof(MoonPhase, phase) == 0 && offsetof(MoonPhase, jd) == 8);
-
 struct RefPhase {
     int phase;
     double jdTt;
