@@ -4,7 +4,10 @@
 // simplified formulas for the position of the Moon (time argument in Julian
 // years from 1975 January 0.0, TT), as tabulated in K. Nagasawa, "Tentai no
 // ichi keisan" (Computation of the positions of celestial bodies), enlarged
-// edition, Chijin Shokan, Tokyo, 1985, table 7-2.
+// edition, Chijin Shokan, Tokyo, 1985. Where two transcriptions of that
+// table differ (latitude rows 0.0005 at rate -8485.3, 0.0004 with phases 119
+// and 301), the J2000.0 form below and the Delaunay combination of the rate
+// decide.
 //
 // Cross-check: every longitude and latitude row was carried to the J2000.0
 // epoch (phase + rate x 25.003422 years, the sine turned round for negative
