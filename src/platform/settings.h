@@ -5,8 +5,8 @@
 // one "Name=Value" per line ('#' starts a comment line), read from the
 // per-user file ${XDG_CONFIG_HOME:-$HOME/.config}/Pelorin/kvxlib/6.0.conf
 // and then from the first Pelorin/kvxlib/6.0.conf that exists under the
-// directories of ${XDG_CONFIG_DIRS:-/etc/xdg} (XDG Base Directory
-// Specification). A value found in the per-user store hides only that value.
+// directories of ${XDG_CONFIG_DIRS:-/etc/xdg} (the freedesktop.org base
+// directory conventions). A value found in the per-user store hides only that value.
 #pragma once
 
 #include <cstddef>

@@ -24,7 +24,7 @@ bool IsFile(const std::string &path) {
 }
 
 // An environment variable that is set, non-empty and an absolute path (the
-// XDG specification says relative paths are invalid and to be ignored).
+// XDG base-directory rules treat relative paths as invalid and ignore them).
 const char *AbsoluteEnv(const char *name) {
     const char *v = std::getenv(name);
     return (v && v[0] == '/') ? v : nullptr;
