@@ -128,6 +128,51 @@ std::string FormatDate(const ADate &d) {
     return buf;
 }
 
+namespace {
+// Whole units, minutes and seconds of a non-negative value in units, the
+// seconds rounded to `decimals` places first so that 59.999 never prints as 60.
+void SplitSexagesimal(double units, int decimals, long long *whole, int *minutes, double *seconds) {
+    const double scale = std::pow(10.0, decimals);
+    const double totalSeconds = std::round(units * 3600.0 * scale) / scale;
+    *whole = static_cast<long long>(totalSeconds / 3600.0);
+    double rest = totalSeconds - static_cast<double>(*whole) * 3600.0;
+    *minutes = static_cast<int>(rest / 60.0);
+    *seconds = rest - *minutes * 60.0;
+    if (*seconds < 0) *seconds = 0;
+}
+}  // namespace
+
+std::string FormatHms(double degrees, int decimals) {
+    long long h;
+    int m;
+    double s;
+    SplitSexagesimal(degmal(degrees) / 15.0, decimals, &h, &m, &s);
+    if (h >= 24) h -= 24;
+    char buf[48];
+    std::snprintf(buf, sizeof buf, "%02lldh%02dm%0*.*fs", h, m, decimals + 3, decimals, s);
+    return buf;
+}
+
+std::string FormatDms(double degrees, int decimals, bool forceSign) {
+    long long d;
+    int m;
+    double s;
+    SplitSexagesimal(std::fabs(degrees), decimals, &d, &m, &s);
+    const char *sign = degrees < 0 ? "-" : (forceSign ? "+" : "");
+    char buf[48];
+    std::snprintf(buf, sizeof buf, "%s%02lld°%02d'%0*.*f\"", sign, d, m, decimals + 3, decimals, s);
+    return buf;
+}
+
+double NorthAzimuth(double southAzimuth) { return degmal(southAzimuth + 180.0); }
+
+Horizon HorizonOf(const ATime &t, double raJ2000, double decJ2000) {
+    const Ad in{raJ2000, decJ2000};
+    Ad out{0.0, 0.0};
+    Coordinates(&t, KVX_COORD_J2000, &in, KVX_COORD_HORIZONTAL, &out);
+    return Horizon{out.d, NorthAzimuth(out.a)};
+}
+
 std::string FormatZone(double tz) {
     const double a = std::fabs(tz);
     int h = static_cast<int>(a);

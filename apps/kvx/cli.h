@@ -53,6 +53,22 @@ ADate ParseDate(const std::string &text, double tz);
 ADate DateOption(const Args &args, double tz);
 
 std::string FormatDate(const ADate &d);  // 2024-03-01T12:34:56.789
+// Hours, minutes and seconds of an angle in degrees (reduced to 0..360),
+// seconds with `decimals` places, rounded without ever showing 60: 12h34m56.78s
+std::string FormatHms(double degrees, int decimals);
+// Signed degrees, minutes, seconds: +12°34'56.7" (a '+' only with forceSign).
+std::string FormatDms(double degrees, int decimals, bool forceSign);
+
+// Altitude and azimuth (degrees; azimuth from the north through the east)
+// of a topocentric J2000.0 direction, through the library's geometric
+// horizontal system (whose azimuth counts from the south through the west).
+struct Horizon {
+    double altitude;
+    double azimuth;
+};
+Horizon HorizonOf(const ATime &t, double raJ2000, double decJ2000);
+// Azimuth from the north through the east, from one counted from the south.
+double NorthAzimuth(double southAzimuth);
 std::string FormatZone(double tz);       // +09:00
 const char *WeekdayName(double jd, double tz);
 

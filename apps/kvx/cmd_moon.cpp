@@ -13,22 +13,6 @@ namespace {
 
 const char *const kPhaseNames[4] = {"new Moon", "first quarter", "full Moon", "last quarter"};
 
-std::string Hms(double deg) {
-    Hour60 h;
-    HourTo60(degmal(deg) / 15.0, &h);
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%02dh%02dm%05.2fs", h.hour, h.min, h.sec);
-    return buf;
-}
-
-std::string Dms(double deg) {
-    Deg60 d;
-    DegTo60(deg, &d);
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%c%02d°%02d'%04.1f\"", d.sign < 0 ? '-' : '+', d.deg, d.min, d.sec);
-    return buf;
-}
-
 struct MoonNow {
     ATime t;
     BodyPos sun;
@@ -59,7 +43,7 @@ Json MoonJson(const MoonNow &m) {
         .Num("distance", f[6])
         .Num("geocentricDistance", f[12])
         .Num("semiDiameter", f[7] * 3600.0)
-        .Num("azimuth", f[14])
+        .Num("azimuth", NorthAzimuth(f[14]))
         .Num("altitude", f[15])
         .Num("illuminated", f[17])
         .Num("brightLimb", f[18])
@@ -74,8 +58,8 @@ Json MoonJson(const MoonNow &m) {
 void AlmanacText(const AlmanacContext &c) {
     const MoonNow m = Compute(c.date, &c.place.observer);
     const double *f = m.moon.f;
-    std::printf("  Moon      RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %9.1f km\n", Hms(f[2]).c_str(),
-                Dms(f[3]).c_str(), f[15], f[14], f[6]);
+    std::printf("  Moon      RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %9.1f km\n", FormatHms(f[2], 2).c_str(),
+                FormatDms(f[3], 1, true).c_str(), f[15], NorthAzimuth(f[14]), f[6]);
     std::printf("            illuminated %.3f  age %.2f d  bright limb %.1f°  libration %+.2f° %+.2f°\n", f[17],
                 m.age, f[18], f[19], f[20]);
 }
@@ -96,10 +80,10 @@ int RunMoon(const Args &args) {
     const double *f = m.moon.f;
     std::printf("Moon  JD %.6f (UT)  JDE %.6f  (%s)\n", m.t.jd, m.t.jde,
                 IsValidMoonXyzFile() ? "ephemeris file" : "built-in theory");
-    std::printf("  apparent   RA %s  Dec %s\n", Hms(f[2]).c_str(), Dms(f[3]).c_str());
-    std::printf("  J2000      RA %s  Dec %s\n", Hms(f[0]).c_str(), Dms(f[1]).c_str());
+    std::printf("  apparent   RA %s  Dec %s\n", FormatHms(f[2], 2).c_str(), FormatDms(f[3], 1, true).c_str());
+    std::printf("  J2000      RA %s  Dec %s\n", FormatHms(f[0], 2).c_str(), FormatDms(f[1], 1, true).c_str());
     std::printf("  ecliptic   lon %.6f  lat %+.6f (mean of date)\n", f[4], f[5]);
-    std::printf("  horizon    alt %+.3f  az %.3f\n", f[15], f[14]);
+    std::printf("  horizon    alt %+.3f  az %.3f (from north)\n", f[15], NorthAzimuth(f[14]));
     std::printf("  distance   %.1f km (geocentric %.1f km)  semi-diameter %.1f\"\n", f[6], f[12], f[7] * 3600.0);
     std::printf("  phase      illuminated %.4f  bright limb %.2f°  age %.3f d\n", f[17], f[18], m.age);
     std::printf("  libration  longitude %+.3f°  latitude %+.3f°  axis %+.3f°\n", f[19], f[20], f[16]);

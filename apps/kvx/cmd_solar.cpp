@@ -14,7 +14,6 @@ namespace kvx::cli {
 
 namespace {
 
-constexpr double kD2R = 3.141592653589793 / 180.0;
 
 const char *const kBodyNames[12] = {"Mercury", "Venus", "Mars", "Jupiter", "Saturn", "Uranus",
                                     "Neptune", "Pluto", "Eris", "Ceres", "Makemake", "Haumea"};
@@ -25,32 +24,6 @@ std::string Lower(const std::string &s) {
     return r;
 }
 
-// Geometric altitude and azimuth (azimuth from north through east), degrees,
-// from the apparent place of date and the local apparent sidereal time.
-void AltAz(const ATime &t, double ra, double dec, double *alt, double *az) {
-    const double h = (t.lst - ra) * kD2R, d = dec * kD2R, phi = t.obsLatitude * kD2R;
-    const double sa = std::sin(phi) * std::sin(d) + std::cos(phi) * std::cos(d) * std::cos(h);
-    *alt = std::asin(std::fmax(-1.0, std::fmin(1.0, sa))) / kD2R;
-    double a = std::atan2(-std::cos(d) * std::sin(h), std::sin(d) * std::cos(phi) - std::cos(d) * std::sin(phi) * std::cos(h)) / kD2R;
-    *az = a < 0 ? a + 360.0 : a;
-}
-
-std::string Hms(double deg) {
-    Hour60 h;
-    HourTo60(degmal(deg) / 15.0, &h);
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%02dh%02dm%05.2fs", h.hour, h.min, h.sec);
-    return buf;
-}
-
-std::string Dms(double deg) {
-    Deg60 d;
-    DegTo60(deg, &d);
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%c%02d°%02d'%04.1f\"", d.sign < 0 ? '-' : '+', d.deg, d.min, d.sec);
-    return buf;
-}
-
 struct Line {
     std::string name;
     BodyPos p;
@@ -58,17 +31,17 @@ struct Line {
 };
 
 void PrintLine(const ATime &t, const Line &l) {
-    double alt, az;
-    AltAz(t, l.p.f[2], l.p.f[3], &alt, &az);
-    std::printf("  %-9s RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %10.6f AU", l.name.c_str(), Hms(l.p.f[2]).c_str(),
-                Dms(l.p.f[3]).c_str(), alt, az, l.p.f[6]);
+    const Horizon hz = HorizonOf(t, l.p.f[0], l.p.f[1]);
+    const double alt = hz.altitude, az = hz.azimuth;
+    std::printf("  %-9s RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %10.6f AU", l.name.c_str(), FormatHms(l.p.f[2], 2).c_str(),
+                FormatDms(l.p.f[3], 1, true).c_str(), alt, az, l.p.f[6]);
     if (l.hasMag) std::printf("  mag %+5.1f  phase %.3f", l.p.f[35], l.p.f[18]);
     std::printf("\n");
 }
 
 std::string LineJson(const ATime &t, const Line &l) {
-    double alt, az;
-    AltAz(t, l.p.f[2], l.p.f[3], &alt, &az);
+    const Horizon hz = HorizonOf(t, l.p.f[0], l.p.f[1]);
+    const double alt = hz.altitude, az = hz.azimuth;
     Json j;
     j.Str("name", l.name)
         .Num("ra", l.p.f[2])
@@ -108,8 +81,8 @@ int RunSun(const Args &args) {
     ATime t = TimeOf(args, &place);
     BodyPos s;
     CalcSun(&t, &s);
-    double alt, az;
-    AltAz(t, s.f[2], s.f[3], &alt, &az);
+    const Horizon hz = HorizonOf(t, s.f[0], s.f[1]);
+    const double alt = hz.altitude, az = hz.azimuth;
     if (args.Flag("json")) {
         std::printf("%s\n", Json()
                                 .Num("jd", t.jd)
@@ -133,8 +106,8 @@ int RunSun(const Args &args) {
         return 0;
     }
     std::printf("Sun  JD %.6f (UT)  JDE %.6f\n", t.jd, t.jde);
-    std::printf("  apparent   RA %s  Dec %s\n", Hms(s.f[2]).c_str(), Dms(s.f[3]).c_str());
-    std::printf("  J2000      RA %s  Dec %s\n", Hms(s.f[0]).c_str(), Dms(s.f[1]).c_str());
+    std::printf("  apparent   RA %s  Dec %s\n", FormatHms(s.f[2], 2).c_str(), FormatDms(s.f[3], 1, true).c_str());
+    std::printf("  J2000      RA %s  Dec %s\n", FormatHms(s.f[0], 2).c_str(), FormatDms(s.f[1], 1, true).c_str());
     std::printf("  ecliptic   lon %.6f  lat %+.6f (mean of date)\n", s.f[4], s.f[5]);
     std::printf("  horizon    alt %+.3f  az %.3f\n", alt, az);
     std::printf("  distance   %.8f AU  semi-diameter %.2f\"\n", s.f[6], s.f[14] * 3600.0);

@@ -9,22 +9,6 @@ namespace kvx::cli {
 
 namespace {
 
-std::string Hms(double degrees) {
-    Hour60 h{};
-    HourTo60(degrees / 15.0, &h);
-    char buf[48];
-    std::snprintf(buf, sizeof buf, "%02dh%02dm%06.3fs", h.hour, h.min, h.sec);
-    return buf;
-}
-
-std::string Dms(double degrees) {
-    Deg60 d{};
-    DegTo60(degrees, &d);
-    char buf[48];
-    std::snprintf(buf, sizeof buf, "%s%d°%02d'%06.3f\"", d.sign < 0 ? "-" : "", d.deg, d.min, d.sec);
-    return buf;
-}
-
 double DeltaTSeconds(const ATime &a) { return (a.jde - a.jd) * 86400.0; }
 
 void AlmanacText(const AlmanacContext &c) {
@@ -32,8 +16,8 @@ void AlmanacText(const AlmanacContext &c) {
     SetATimeDate(&c.date, &c.place.observer, &a);
     std::printf("  ΔT        %.2f s\n", DeltaTSeconds(a));
     std::printf("  JDE       %.6f (TT)\n", a.jde);
-    std::printf("  LAST      %s  (%.6f°)\n", Hms(a.lst).c_str(), a.lst);
-    std::printf("  obliquity %s mean, %s true\n", Dms(a.eps).c_str(), Dms(a.epsTrue).c_str());
+    std::printf("  LAST      %s  (%.6f°)\n", FormatHms(a.lst, 3).c_str(), a.lst);
+    std::printf("  obliquity %s mean, %s true\n", FormatDms(a.eps, 3, false).c_str(), FormatDms(a.epsTrue, 3, false).c_str());
 }
 
 void AlmanacJson(const AlmanacContext &c, Json &out) {
@@ -92,9 +76,9 @@ int RunTime(const Args &args) {
     std::printf("ΔT         %.3f s\n", DeltaTSeconds(a));
     std::printf("t          %.10f years from 1975.0\n", a.t);
     std::printf("t2         %.12f centuries from J2000.0\n", a.t2);
-    std::printf("lst        %.8f°  %s\n", a.lst, Hms(a.lst).c_str());
-    std::printf("eps        %.10f°  %s\n", a.eps, Dms(a.eps).c_str());
-    std::printf("epsTrue    %.10f°  %s\n", a.epsTrue, Dms(a.epsTrue).c_str());
+    std::printf("lst        %.8f°  %s\n", a.lst, FormatHms(a.lst, 3).c_str());
+    std::printf("eps        %.10f°  %s\n", a.eps, FormatDms(a.eps, 3, false).c_str());
+    std::printf("epsTrue    %.10f°  %s\n", a.epsTrue, FormatDms(a.epsTrue, 3, false).c_str());
     std::printf("nutation   dpsi %+.4f\"  deps %+.4f\"\n", a.nutation[0] * 3600.0, a.nutation[1] * 3600.0);
     std::printf("obsPos     %+.12e %+.12e %+.12e AU\n", a.obsPos[0], a.obsPos[1], a.obsPos[2]);
     return 0;
