@@ -1,10 +1,13 @@
 // Helpers shared by the tests: reading the committed reference data.
 #pragma once
 
+#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "kvxlib.h"
 
 namespace kvx::test {
 
@@ -45,6 +48,26 @@ inline std::string WithoutLoadDiagnostics(const std::string &err) {
         if (!diagnostic) kept += line + "\n";
     }
     return kept;
+}
+
+// Angular separation of two directions (right ascension and declination,
+// or longitude and latitude, in degrees), arcseconds.
+inline double SepArcsec(double ra1, double de1, double ra2, double de2) {
+    const double d2r = 3.141592653589793 / 180.0;
+    const double c = std::sin(de1 * d2r) * std::sin(de2 * d2r) +
+                     std::cos(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r);
+    const double s = std::hypot(std::cos(de2 * d2r) * std::sin((ra1 - ra2) * d2r),
+                                std::cos(de1 * d2r) * std::sin(de2 * d2r) -
+                                    std::sin(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r));
+    return std::atan2(s, c) / d2r * 3600.0;
+}
+
+// An ATime at dynamical Julian date jde, Delta T fixed at 64 s, zone 0:
+// reference positions are tabulated in dynamical time.
+inline ATime AtJde(double jde, const Observer *obs = nullptr) {
+    ATime t;
+    SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, obs, &t);
+    return t;
 }
 
 inline std::string ReferencePath(const char *name) { return std::string(KVX_REFERENCE_DIR) + "/" + name; }

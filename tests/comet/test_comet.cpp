@@ -13,6 +13,8 @@ namespace {
 
 using kvx::test::ReadRows;
 using kvx::test::ReferencePath;
+using kvx::test::AtJde;
+using kvx::test::SepArcsec;
 
 // The orbits of tests/reference/comets_pyephem.py.
 CometElements Orbit(int k) {
@@ -40,16 +42,6 @@ CometElements Orbit(int k) {
     el.h = r.H;
     el.slope = r.slope;
     return el;
-}
-
-double SepArcsec(double ra1, double de1, double ra2, double de2) {
-    const double d2r = 3.141592653589793 / 180.0;
-    const double c = std::sin(de1 * d2r) * std::sin(de2 * d2r) +
-                     std::cos(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r);
-    const double s = std::hypot(std::cos(de2 * d2r) * std::sin((ra1 - ra2) * d2r),
-                                std::cos(de1 * d2r) * std::sin(de2 * d2r) -
-                                    std::sin(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r));
-    return std::atan2(s, c) / d2r * 3600.0;
 }
 
 TEST(CalcComet, AstrometricPlaceMatchesPyEphem) {

@@ -13,24 +13,8 @@ namespace {
 
 using kvx::test::ReadRows;
 using kvx::test::ReferencePath;
-
-// An ATime at dynamical Julian date jde for a geocentric observer (Delta T
-// fixed at 64 s: only the dynamical date matters to the places).
-ATime AtJde(double jde, const Observer *obs = nullptr) {
-    ATime t;
-    SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, obs, &t);
-    return t;
-}
-
-double SepArcsec(double ra1, double de1, double ra2, double de2) {
-    const double d2r = 3.141592653589793 / 180.0;
-    const double c = std::sin(de1 * d2r) * std::sin(de2 * d2r) +
-                     std::cos(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r);
-    const double s = std::hypot(std::cos(de2 * d2r) * std::sin((ra1 - ra2) * d2r),
-                                std::cos(de1 * d2r) * std::sin(de2 * d2r) -
-                                    std::sin(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r));
-    return std::atan2(s, c) / d2r * 3600.0;
-}
+using kvx::test::AtJde;
+using kvx::test::SepArcsec;
 
 TEST(CalcSun, ApparentPlaceMatchesSwissEphemeris1900To2100) {
     const auto rows = ReadRows(ReferencePath("sun_swe_1900_2100.txt"));

@@ -19,6 +19,8 @@ namespace {
 
 using kvx::test::ReadRows;
 using kvx::test::ReferencePath;
+using kvx::test::AtJde;
+using kvx::test::SepArcsec;
 using kvx::test::TestDataPath;
 
 // Opens the test files for one test and closes them again, so that the
@@ -37,22 +39,6 @@ struct Files {
         kvx::planetxyz::Release();
     }
 };
-
-ATime AtJde(double jde) {
-    ATime t;
-    SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, nullptr, &t);
-    return t;
-}
-
-double SepArcsec(double ra1, double de1, double ra2, double de2) {
-    const double d2r = 3.141592653589793 / 180.0;
-    const double c = std::sin(de1 * d2r) * std::sin(de2 * d2r) +
-                     std::cos(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r);
-    const double s = std::hypot(std::cos(de2 * d2r) * std::sin((ra1 - ra2) * d2r),
-                                std::cos(de1 * d2r) * std::sin(de2 * d2r) -
-                                    std::sin(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r));
-    return std::atan2(s, c) / d2r * 3600.0;
-}
 
 double Dist(const double a[3], const double b[3]) {
     return std::sqrt((a[0] - b[0]) * (a[0] - b[0]) + (a[1] - b[1]) * (a[1] - b[1]) + (a[2] - b[2]) * (a[2] - b[2]));
