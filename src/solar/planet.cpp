@@ -10,6 +10,7 @@
 #include "solar/dwarf_planet_elements.h"
 #include "solar/jpl_query.h"
 #include "solar/orbit_elements.h"
+#include "solar/planet_series.h"
 #include "solar/planet_xyz.h"
 #include "solar/sun.h"
 #include "solar/sun_theory.h"
@@ -107,8 +108,10 @@ int HelioVector(int code, double jde, double out[3]) {
         out[2] = -out[2];
         return 1;
     }
-    // The analytic series of Mercury, Venus and Jupiter are not built in yet:
-    // every planet takes its mean elements of date.
+    // Mercury, Venus and Jupiter from their analytic series inside the
+    // series' span; the other planets, and these outside it, from the mean
+    // elements of date.
+    if (HasSeries(code) && InSeriesRange(jde)) return SeriesVector(code, jde, out);
     FromMeanElements(code, jde, out);
     return 1;
 }

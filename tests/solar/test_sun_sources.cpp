@@ -117,7 +117,11 @@ TEST(SunFromDe, TheBlendAppliesToDeAnswersToo) {
 
 // Past the end of a body's block the two-body orbit through the file's last
 // state follows the body far better than the mean elements do (Swiss
-// Ephemeris' heliocentric vectors, 4.5 and 187 days past the end).
+// Ephemeris' heliocentric vectors, 4.5 and 187 days past the end). Mercury,
+// Venus and Jupiter have analytic series within a few arcseconds, which
+// half a year on beat the osculating orbit (Mercury 0.3" against 1.8",
+// Venus 0.7" against 11.4" measured): the comparison holds for the other
+// planets only, the extrapolation's own limits for all.
 TEST(PlanetDispatcher, ExtrapolatesPastTheFileWithTwoBodyMotion) {
     const auto rows = ReadRows(ReferencePath("planets_swe_helio.txt"));
     auto angle = [](const double a[3], const double b[3]) {
@@ -139,10 +143,11 @@ TEST(PlanetDispatcher, ExtrapolatesPastTheFileWithTwoBodyMotion) {
         kvx::planet::HelioVector(code, r[0], mean);
         const double ref[3] = {r[2], r[3], r[4]};
         const double e2 = angle(two, ref), em = angle(mean, ref);
-        std::printf("code %d, %.1f days past the file: two-body %.2f\", mean elements %.1f\"\n", code, r[0] - end, e2,
-                    em);
+        std::printf("code %d, %.1f days past the file: two-body %.2f\", built-in %.1f\"\n", code, r[0] - end, e2, em);
         EXPECT_LT(e2, r[0] - end < 10 ? 0.5 : 40.0) << code;
-        EXPECT_LT(e2, em) << code;
+        if (code != 0 && code != 1 && code != 3) {
+            EXPECT_LT(e2, em) << code;
+        }
         ++checked;
     }
     EXPECT_EQ(checked, 16);
