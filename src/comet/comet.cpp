@@ -5,6 +5,7 @@
 
 #include "comet/comet_orbit.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 
 namespace kvx::comet {
 
@@ -13,22 +14,9 @@ namespace {
 constexpr double kLightDays = 0.005775518308;
 constexpr int kMaxLightIterations = 50;
 
-inline double Norm(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
-
-inline void Rotate(const double m[9], const double in[3], double out[3]) {
-    const double x = in[0], y = in[1], z = in[2];
-    out[0] = m[0] * x + m[1] * y + m[2] * z;
-    out[1] = m[3] * x + m[4] * y + m[5] * z;
-    out[2] = m[6] * x + m[7] * y + m[8] * z;
-}
-
-inline void ToAngles(const double v[3], double *lon, double *lat) {
-    const double rho = std::sqrt(v[0] * v[0] + v[1] * v[1]);
-    double a = (v[0] == 0.0 && v[1] == 0.0) ? 0.0 : RadToDeg(std::atan2(v[1], v[0]));
-    if (a < 0.0) a += 360.0;
-    *lon = a;
-    *lat = RadToDeg(std::atan2(v[2], rho));
-}
+using vec3::Norm;
+using vec3::Rotate;
+using vec3::ToAngles;
 
 // Orbit plane (x, y) to J2000.0 equatorial axes.
 void PlaneToJ2000(const CometElements &el, double x, double y, double out[3]) {

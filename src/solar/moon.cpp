@@ -9,6 +9,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/jpl_de.h"
 #include "solar/jpl_query.h"
 #include "solar/moon_libration.h"
@@ -32,8 +33,6 @@ constexpr double kMoonRadiusKm = 1737.4;
 // handle.
 constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
 constexpr int kJplEarth = 3, kJplMoon = 10, kJplSun = 11;
-
-double Length(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
 
 // Geocentric Moon (AU, J2000.0 equator) at dynamical date jde, geometric.
 bool FileGeocentric(double jde, double v[3]) {
@@ -63,7 +62,7 @@ bool FileGeocentricWithLightTime(double jde, double g[3]) {
         double moon[3];
         if (!FileHeliocentricMoon(jde - d * kLightDaysPerAu, moon)) return false;
         for (int i = 0; i < 3; ++i) g[i] = moon[i] - earth[i];
-        const double d2 = Length(g);
+        const double d2 = kvx::vec3::Norm(g);
         if (!std::isfinite(d2)) return false;
         if (std::fabs(d - d2) * kLightDaysPerAu <= kFileLightTimeStop) return true;
         d = d2;
@@ -85,7 +84,7 @@ extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     double km;
     double v[3];
     if (FileGeocentric(jd, v)) {
-        const double r = Length(v);
+        const double r = kvx::vec3::Norm(v);
         km = r * kKmPerAu;
         const Dc u = Unit(v, r);
         double prec[9], ecl[9];
@@ -122,7 +121,7 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
     Ad ofDate;         // geocentric right ascension and declination of date
     double g[3];
     if (FileGeocentricWithLightTime(t->jde, g)) {
-        const double r = Length(g);
+        const double r = kvx::vec3::Norm(g);
         f[12] = r * kKmPerAu;
         j2000 = Unit(g, r);
         Ad ad;

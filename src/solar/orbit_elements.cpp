@@ -7,16 +7,12 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/planet_elements_table.h"
 
 namespace kvx::orbit {
 
 namespace {
-
-inline double Norm360(double a) {
-    double r = std::fmod(a, 360.0);
-    return r < 0.0 ? r + 360.0 : r;
-}
 
 const KeplerRow *RowOf(int32_t code) {
     if (code >= 0 && code <= 7) return &kKeplerRows[code];
@@ -82,9 +78,9 @@ extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
     out->a = k->a + k->aRate * T;
     out->e = k->e + k->eRate * T;
     out->incl = k->incl + k->inclRate * T;
-    out->node = Norm360(node);
-    out->peri = Norm360(periLon - node);
-    out->m = Norm360(m);
+    out->node = vec3::Reduce360(node);
+    out->peri = vec3::Reduce360(periLon - node);
+    out->m = vec3::Reduce360(m);
     out->n = dmdT / 36525.0;
     out->equinox = 2000.0;
     out->reserved = 0.0;
@@ -98,7 +94,7 @@ extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
 /// or 0 for a null record or position, or an eccentricity outside 0..1.
 extern "C" int32_t GetPlanetByElement(const OrbitElm *elm, double jde, double pos[3], double vel[3]) {
     if (!elm || !pos || !(elm->e >= 0.0 && elm->e < 1.0)) return 0;
-    const double M = DegToRad(Norm360(elm->m + elm->n * (jde - elm->epoch)));
+    const double M = DegToRad(vec3::Reduce360(elm->m + elm->n * (jde - elm->epoch)));
     const double e = elm->e, a = elm->a;
     const double E = SolveKepler(M, e);
     const double cE = std::cos(E), sE = std::sin(E), b = a * std::sqrt(1.0 - e * e);
@@ -162,9 +158,9 @@ extern "C" int32_t CalPVtoElm(const double pos[3], const double vel[3], double j
     out->a = a;
     out->e = e;
     out->incl = incl;
-    out->node = Norm360(RadToDeg(nodeRad));
-    out->peri = Norm360(RadToDeg(periRad));
-    out->m = Norm360(RadToDeg(M));
+    out->node = vec3::Reduce360(RadToDeg(nodeRad));
+    out->peri = vec3::Reduce360(RadToDeg(periRad));
+    out->m = vec3::Reduce360(RadToDeg(M));
     out->n = RadToDeg(kGauss / (a * std::sqrt(a)));
     out->equinox = equinox;
     out->reserved = 0.0;

@@ -7,6 +7,7 @@
 #include "comet/comet.h"
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/dwarf_planet_elements.h"
 #include "solar/jpl_query.h"
 #include "solar/orbit_elements.h"
@@ -28,44 +29,14 @@ constexpr int kMaxLightIterations = 50;
 struct MagDiameter {
     double v0, s0;
 };
+using vec3::Norm;
+using vec3::Rotate;
+using vec3::ToAngles;
+
 constexpr MagDiameter kMagDiameter[12] = {
     {-0.42, 3.3638}, {-4.4, 8.3442},   {-1.52, 4.6827}, {-9.4, 98.5728}, {-8.88, 83.0972}, {-7.19, 35.2406},
     {-6.87, 34.1445}, {-1.0, 1.638},   {-1.1, 1.6035},  {3.3, 0.6522},   {-0.1, 1.0355},   {0.2, 1.3512},
 };
-
-inline double Norm(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
-
-inline void Rotate(const double m[9], const double in[3], double out[3]) {
-    const double x = in[0], y = in[1], z = in[2];
-    out[0] = m[0] * x + m[1] * y + m[2] * z;
-    out[1] = m[3] * x + m[4] * y + m[5] * z;
-    out[2] = m[6] * x + m[7] * y + m[8] * z;
-}
-
-// J2000 ecliptic -> J2000 equator (or any ecliptic -> its equator).
-inline void EclToEq(double eps, const double in[3], double out[3]) {
-    const double se = std::sin(DegToRad(eps)), ce = std::cos(DegToRad(eps));
-    const double y = in[1], z = in[2];
-    out[0] = in[0];
-    out[1] = ce * y - se * z;
-    out[2] = se * y + ce * z;
-}
-
-inline void EqToEcl(double eps, const double in[3], double out[3]) {
-    const double se = std::sin(DegToRad(eps)), ce = std::cos(DegToRad(eps));
-    const double y = in[1], z = in[2];
-    out[0] = in[0];
-    out[1] = ce * y + se * z;
-    out[2] = -se * y + ce * z;
-}
-
-inline void ToAngles(const double v[3], double *lon, double *lat) {
-    const double rho = std::sqrt(v[0] * v[0] + v[1] * v[1]);
-    double a = (v[0] == 0.0 && v[1] == 0.0) ? 0.0 : RadToDeg(std::atan2(v[1], v[0]));
-    if (a < 0.0) a += 360.0;
-    *lon = a;
-    *lat = RadToDeg(std::atan2(v[2], rho));
-}
 
 // Two-body extrapolation from the nearer end of the position file's entry.
 int Extrapolate(int code, double jde, double out[3]) {
@@ -80,7 +51,7 @@ int Extrapolate(int code, double jde, double out[3]) {
     // The mean motion of the osculating orbit, Gaussian constant.
     double ecl[3];
     if (!GetPlanetByElement(&el, jde, ecl, nullptr)) return 0;
-    EclToEq(GetEp(2451545.0), ecl, out);
+    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
     return 1;
 }
 
@@ -90,7 +61,7 @@ void FromMeanElements(int code, double jde, double out[3]) {
     GetPlanetOrbitElm(code, jde, &el);
     double ecl[3];
     GetPlanetByElement(&el, jde, ecl, nullptr);
-    EclToEq(GetEp(2451545.0), ecl, out);
+    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
 }
 
 }  // namespace
@@ -176,7 +147,7 @@ extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *
     planet::HelioVector(code, jd, h);
     GetPrecMtx(2451545.0, jd, m);
     planet::Rotate(m, h, h);
-    planet::EqToEcl(GetEp(jd), h, h);
+    vec3::EquatorToEcliptic(GetEp(jd), h, h);
     *r = planet::Norm(h);
     const double u[3] = {h[0] / *r, h[1] / *r, h[2] / *r};
     planet::ToAngles(u, &lb[0], &lb[1]);

@@ -30,6 +30,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/planet_series_table.h"
 
 namespace kvx::planet {
@@ -52,11 +53,6 @@ double SinSum(const SeriesTerm *t, int n, double T) {
     return s;
 }
 
-double Reduce360(double a) {
-    a = std::fmod(a, 360.0);
-    return a < 0.0 ? a + 360.0 : a;
-}
-
 void Mercury(double jde, double lbr[3]) {
     const double T = (jde - kJ2000) / kCentury;
     double l = 252.2502 + 149474.0714 * T;
@@ -67,7 +63,7 @@ void Mercury(double jde, double lbr[3]) {
     b += CosSum(kMercuryLat, kMercuryLatCount, T);
     double r = 0.395283 + (0.078341 + 8e-6 * T) * std::cos(DegToRad(354.795 + 149472.515 * T));
     r += CosSum(kMercuryRad, kMercuryRadCount, T);
-    lbr[0] = Reduce360(l);
+    lbr[0] = vec3::Reduce360(l);
     lbr[1] = b;
     lbr[2] = r;
 }
@@ -79,7 +75,7 @@ void Venus(double jde, double lbr[3]) {
     double l = c.L0 + c.L1 * T + c.L2 * T * T;
     l += (c.E0 + c.E1 * T) * std::sin(DegToRad(c.g0 + c.g1 * T + 2.0 * S));
     l += SinSum(kVenusLon, kVenusLonCount, T);
-    lbr[0] = Reduce360(l);
+    lbr[0] = vec3::Reduce360(l);
     lbr[1] = SinSum(kVenusLat, kVenusLatCount, T);
     lbr[2] = kVenusRadius0 + SinSum(kVenusRad, kVenusRadCount, T);
 }
@@ -92,7 +88,7 @@ void Jupiter(double jde, double lbr[3]) {
     const double e = c.e0 + c.e1 * T;
     const double node = c.N0 + c.N1 * T;
     const double inc = DegToRad(c.i0 + c.i1 * T);
-    const double M = DegToRad(Reduce360(L - w));
+    const double M = DegToRad(vec3::Reduce360(L - w));
     // Kepler's equation by Newton's method from M + e sin M.
     double E = M + e * std::sin(M);
     for (int k = 0; k < 10; ++k) {
@@ -104,7 +100,7 @@ void Jupiter(double jde, double lbr[3]) {
     const double u = DegToRad(w - node) + v;
     double l = node + RadToDeg(std::atan2(std::cos(inc) * std::sin(u), std::cos(u)));
     l += SinSum(kJupiterLon, kJupiterLonCount, T);
-    lbr[0] = Reduce360(l);
+    lbr[0] = vec3::Reduce360(l);
     lbr[1] = RadToDeg(std::asin(std::sin(inc) * std::sin(u))) + SinSum(kJupiterLat, kJupiterLatCount, T);
     lbr[2] = c.a * (1.0 - e * std::cos(E)) + SinSum(kJupiterRad, kJupiterRadCount, T);
 }

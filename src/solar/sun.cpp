@@ -6,6 +6,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/jpl_query.h"
 #include "solar/planet_xyz.h"
 #include "solar/sun_theory.h"
@@ -14,33 +15,9 @@ namespace kvx::sun {
 
 namespace {
 
-inline double Norm360(double a) {
-    double r = std::fmod(a, 360.0);
-    return r < 0.0 ? r + 360.0 : r;
-}
-
-inline void Rotate(const double m[9], const double in[3], double out[3]) {
-    const double x = in[0], y = in[1], z = in[2];
-    out[0] = m[0] * x + m[1] * y + m[2] * z;
-    out[1] = m[3] * x + m[4] * y + m[5] * z;
-    out[2] = m[6] * x + m[7] * y + m[8] * z;
-}
-
-// Ecliptic of date to equator of date, obliquity eps in degrees.
-inline void EclipticToEquator(double eps, const double in[3], double out[3]) {
-    const double se = std::sin(DegToRad(eps)), ce = std::cos(DegToRad(eps));
-    const double y = in[1], z = in[2];
-    out[0] = in[0];
-    out[1] = ce * y - se * z;
-    out[2] = se * y + ce * z;
-}
-
-// Longitude (0..360) and latitude of a vector, degrees.
-inline void ToAngles(const double v[3], double *lon, double *lat) {
-    const double rho = std::sqrt(v[0] * v[0] + v[1] * v[1]);
-    *lon = (v[0] == 0.0 && v[1] == 0.0) ? 0.0 : Norm360(RadToDeg(std::atan2(v[1], v[0])));
-    *lat = RadToDeg(std::atan2(v[2], rho));
-}
+using vec3::EclipticToEquator;
+using vec3::Rotate;
+using vec3::ToAngles;
 
 }  // namespace
 
@@ -161,7 +138,7 @@ extern "C" void CalcSun(ATime *t, BodyPos *out) {
     f[16] = RadToDeg(std::asin(sLK * std::sin(DegToRad(I))));
     const double eta = RadToDeg(std::atan2(-sLK * std::cos(DegToRad(I)), -cLK));
     f[17] = eta;
-    f[18] = sun::Norm360(eta - (t->jd - 2398220.0) * 360.0 / 25.38);
+    f[18] = vec3::Reduce360(eta - (t->jd - 2398220.0) * 360.0 / 25.38);
     f[14] = RadToDeg(std::atan(696000.0 / d / 149597870.0));
     f[19] = -1.0;
 }

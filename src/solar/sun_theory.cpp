@@ -14,6 +14,7 @@
 #include <initializer_list>
 
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/sun_newcomb_table.h"
 
 namespace kvx::sun {
@@ -22,10 +23,6 @@ namespace {
 
 constexpr double kArcsecToRad = 4.84813681109536e-6;
 
-inline double Norm360(double a) {
-    double r = std::fmod(a, 360.0);
-    return r < 0.0 ? r + 360.0 : r;
-}
 inline double SinD(double a) { return std::sin(DegToRad(a)); }
 inline double CosD(double a) { return std::cos(DegToRad(a)); }
 
@@ -94,7 +91,7 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     const double T3 = T2 * T;
 
     // Mean longitude, with the correction to Newcomb's value.
-    const double L = Norm360(279.696677778 + 36000.768925 * T + 0.0003025 * T2 +
+    const double L = vec3::Reduce360(279.696677778 + 36000.768925 * T + 0.0003025 * T2 +
                              (9.22528e-5 - 1.47194e-5 * T + 1.09972e-5 * T2));
 
     // Long-period terms ("): the first three also shift the mean anomaly.
@@ -103,19 +100,19 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     const double lpMars = 0.202 * SinD(315.6 + 893.3 * T);
 
     // Mean anomaly of the Earth, corrected, with the long-period terms.
-    const double g = Norm360(358.475833333 + 35999.04975 * T - 0.00015 * T2 + 0.00148833 + 0.0015963889 * T +
+    const double g = vec3::Reduce360(358.475833333 + 35999.04975 * T - 0.00015 * T2 + 0.00148833 + 0.0015963889 * T +
                              0.000143333 * T2 - 3.3333e-6 * T3 + lp / 3600.0);
 
     // Mean anomalies of the planets (years from 1850 January 0.5).
     const double y = (jde - 2396758.0) / 365.25;
     double gp[7];
     gp[0] = 0.0;
-    gp[1] = Norm360(248.07 + 1494.7235 * y);    // Mercury
-    gp[2] = Norm360(114.5 + 585.17493 * y);     // Venus
+    gp[1] = vec3::Reduce360(248.07 + 1494.7235 * y);    // Mercury
+    gp[2] = vec3::Reduce360(114.5 + 585.17493 * y);     // Venus
     gp[3] = 0.0;
-    gp[4] = Norm360(109.856 + 191.39977 * y);   // Mars
-    gp[5] = Norm360(148.031 + 30.34583 * y);    // Jupiter
-    gp[6] = Norm360(284.716 + 12.21794 * y);    // Saturn
+    gp[4] = vec3::Reduce360(109.856 + 191.39977 * y);   // Mars
+    gp[5] = vec3::Reduce360(148.031 + 30.34583 * y);    // Jupiter
+    gp[6] = vec3::Reduce360(284.716 + 12.21794 * y);    // Saturn
 
     // Equation of the centre (") and the elliptic part of log10 R (1e-8).
     Multiples m4;
@@ -180,7 +177,7 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     const double dCentre = (0.01015 + 0.00035 * T + 0.00023 * T2) * sg + (0.02652 + 2e-5 * T - 0.00054 * T2) * cg;
 
     const double lonRad = DegToRad(L) + (centre + lp + lpMars + dl + dCentre) * kArcsecToRad;
-    const double lonDeg = Norm360(RadToDeg(lonRad));
+    const double lonDeg = vec3::Reduce360(RadToDeg(lonRad));
 
     // Latitude corrections: the Moon's node and the ecliptic of the theory.
     const double node = 259.183275 - 1934.14200833 * T + 0.00207778 * T2;
@@ -207,16 +204,16 @@ void NewcombEquatorOfDate(double jde, double v[3]) {
 void ShortEclipticOfDate(double jde, double *lon, double *r) {
     // The epoch is 1900 January 1.0 (one day after the full theory's).
     const double T = (jde - 2415021.0) / 36525.0;
-    const double L = Norm360(280.6824 + 36000.769325 * T + 0.000722222 * T * T);
-    const double G = Norm360(281.2206 + 1.717697 * T + 0.000483333 * T * T + 2.77777e-6 * T * T * T);
+    const double L = vec3::Reduce360(280.6824 + 36000.769325 * T + 0.000722222 * T * T);
+    const double G = vec3::Reduce360(281.2206 + 1.717697 * T + 0.000483333 * T * T + 2.77777e-6 * T * T * T);
     // The eccentricity polynomial is held at its values of the range ends.
     double Te = T;
     if (jde > 5373484.5) Te = 80.99831622176592;
     if (jde < -1931806.5) Te = -119.00965092402464;
     const double e = 0.0167498 - 4.258e-5 * Te - 1.37e-7 * Te * Te;
-    const double M = Norm360(L - G);
+    const double M = vec3::Reduce360(L - G);
     const double Q = (1.91946 - 0.00478889 * T - 1.44444e-5 * T * T) * SinD(M) + 0.0200939 * SinD(2.0 * M);
-    *lon = Norm360(L + Q);
+    *lon = vec3::Reduce360(L + Q);
     *r = 1.00000129 * (1.0 - e * e) / (1.0 + e * CosD(M + Q));
 }
 
