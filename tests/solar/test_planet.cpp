@@ -14,22 +14,8 @@ namespace {
 
 using kvx::test::ReadRows;
 using kvx::test::ReferencePath;
-
-ATime AtJde(double jde) {
-    ATime t;
-    SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, nullptr, &t);
-    return t;
-}
-
-double SepArcsec(double ra1, double de1, double ra2, double de2) {
-    const double d2r = 3.141592653589793 / 180.0;
-    const double c = std::sin(de1 * d2r) * std::sin(de2 * d2r) +
-                     std::cos(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r);
-    const double s = std::hypot(std::cos(de2 * d2r) * std::sin((ra1 - ra2) * d2r),
-                                std::cos(de1 * d2r) * std::sin(de2 * d2r) -
-                                    std::sin(de1 * d2r) * std::cos(de2 * d2r) * std::cos((ra1 - ra2) * d2r));
-    return std::atan2(s, c) / d2r * 3600.0;
-}
+using kvx::test::AtJde;
+using kvx::test::SepArcsec;
 
 TEST(CalcPlanet, BuiltInSourcesAgainstSwissEphemeris1900To2100) {
     const auto rows = ReadRows(ReferencePath("planets_swe_geo.txt"));
