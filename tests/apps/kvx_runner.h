@@ -34,9 +34,10 @@ inline std::string ReadWhole(FILE *f) {
     return s;
 }
 
-inline KvxResult RunKvx(const std::string &args) {
+// `env` is an optional prefix of shell variable assignments ("NAME='v' ...").
+inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     const std::string errFile = ::testing::TempDir() + "kvx_stderr_" + std::to_string(getpid()) + ".txt";
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
+    const std::string cmd = env + (env.empty() ? "" : " ") + "'" + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
     KvxResult r{-1, "", ""};
     FILE *p = popen(cmd.c_str(), "r");
     if (!p) return r;

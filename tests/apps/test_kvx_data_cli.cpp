@@ -7,7 +7,7 @@
 #include <fstream>
 #include <string>
 
-#include "test_support.h"
+#include "apps/kvx_runner.h"
 
 namespace {
 
@@ -23,16 +23,7 @@ class KvxData : public testing::Test {
     void TearDown() override { fs::remove_all(dir_); }
     void Conf(const std::string &text) { std::ofstream(dir_ / "Pelorin/kvxlib/6.0.conf") << text; }
     std::string Run(const std::string &args) {
-        const std::string cmd = "XDG_CONFIG_HOME='" + dir_.string() + "' XDG_CONFIG_DIRS=/nonexistent '" + KVX_CLI +
-                                "' " + args + " 2>/dev/null";
-        std::string out;
-        if (FILE *p = popen(cmd.c_str(), "r")) {
-            char buf[4096];
-            size_t n;
-            while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
-            pclose(p);
-        }
-        return out;
+        return kvx::test::RunKvx(args, "XDG_CONFIG_HOME='" + dir_.string() + "' XDG_CONFIG_DIRS=/nonexistent").out;
     }
     fs::path dir_;
 };

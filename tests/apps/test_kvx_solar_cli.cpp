@@ -2,34 +2,19 @@
 // gives, and usage errors.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cmath>
 #include <cstdio>
 #include <sstream>
 #include <string>
 
+#include "apps/kvx_runner.h"
 #include "kvxlib.h"
 
 namespace {
 
-struct CliResult {
-    int status;
-    std::string out;
-};
+using CliResult = kvx::test::KvxResult;
 
-CliResult Kvx(const std::string &args) {
-    const std::string cmd = std::string("'") + KVX_CLI + "' " + args + " 2>/dev/null";
-    CliResult r{-1, ""};
-    FILE *p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int st = pclose(p);
-    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    return r;
-}
+CliResult Kvx(const std::string &args) { return kvx::test::RunKvx(args); }
 
 TEST(KvxOrbitCli, PointsOfTheMeanOrbit) {
     const CliResult r = Kvx("orbit Mars --date 2000-01-01T12:00 --points 5");
