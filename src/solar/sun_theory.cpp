@@ -77,11 +77,15 @@ const PlanetaryTables &Tables() {
 
 }  // namespace
 
-// IAU 1976 (Lieske et al. 1977) precession matrix from B1950.0 to J2000.0.
+// Rotation from the mean equator and equinox of B1950.0 to J2000.0: the
+// IAU 1976 precession between the two epochs in the 16-digit form tabulated
+// with the cosine-sine transcription of Newcomb's tables. Used as published,
+// row by row; it differs from a fresh evaluation of Lieske's angles
+// (A&A 58, 1, 1977) at JD 2433282.42346 by about 0.1".
 const double kB1950ToJ2000[9] = {
-    0.9999257079523629, -0.0111789381377700, -0.0048590038153592,
-    0.0111789381264276, 0.9999375133499888,  -0.0000271625947142,
-    0.0048590038414544, -0.0000271579262585, 0.9999881946023742,
+    0.9999257180268403, -0.0111782838886141, -0.0048584357372842,
+    0.0111782838782385, 0.9999375206641666,  -0.0000271576311202,
+    0.0048584357611567, -0.0000271533600777, 0.9999881973626738,
 };
 
 void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {

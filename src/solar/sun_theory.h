@@ -23,7 +23,7 @@ void NewcombEquatorOfDate(double jde, double v[3]);
 void ShortEclipticOfDate(double jde, double *lon, double *r);
 
 // The fixed rotation from the mean equator and equinox of B1950.0 to J2000.0
-// (IAU 1976 precession between JD 2433282.42346 and 2451545.0), row by row.
+// (the tabulated IAU 1976 precession between the two epochs), row by row.
 extern const double kB1950ToJ2000[9];
 inline constexpr double kB1950Jd = 2433282.42346;
 

@@ -50,10 +50,12 @@ TEST(CalcPlanet, BuiltInSourcesAgainstSwissEphemeris1900To2100) {
     // Mercury, Venus and Jupiter from the built-in analytic series, Mars and
     // Saturn to Pluto from the mean elements (Standish, 3000 BC to AD 3000),
     // Ceres from the two-body orbit of 2009, whose error grows to 11 degrees
-    // a century away. Measured maxima: 1.7", 6.6", 328.6", 7.4", 1285.2",
+    // a century away. Measured maxima: 2.0", 6.0", 328.2", 7.4", 1285.2",
     // 675.6", 343.8", 228.2", 39763" (Mercury, Venus and Jupiter from the mean
-    // elements: 10.8", 47.6", 668.5"); limits 10% above.
-    const std::map<int, double> limit = {{0, 1.9}, {1, 7.3}, {2, 362}, {3, 8.2}, {4, 1414},
+    // elements: 10.8", 47.6", 668.5"); limits 10% above. Mercury's share of
+    // the Sun's B1950-J2000 rotation (the tabulated matrix sits 0.13" from a
+    // fresh evaluation of the IAU 1976 angles) is about 0.3" of its 2.0".
+    const std::map<int, double> limit = {{0, 2.2}, {1, 7.3}, {2, 362}, {3, 8.2}, {4, 1414},
                                          {5, 744}, {6, 379}, {7, 252}, {9, 43800}};
     for (const auto &[code, a] : astro) EXPECT_LT(a, limit.at(code)) << code;
     // Osculating elements drift from the mean motion by about 1e-3 of it

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "kvxlib.h"
 #include "solar/sun.h"
 #include "solar/sun_newcomb_table.h"
 #include "solar/sun_theory.h"
@@ -140,3 +141,28 @@ TEST(SunShort, LongitudeAndDistanceOverSixMillennia) {
 }
 
 }  // namespace
+
+// Newcomb's place is carried from B1950.0 to J2000.0 by the fixed rotation
+// whose first row is (0.9999257180268403, -0.0111782838886141,
+// -0.0048584357372842); the x component of the J2000 vector must be exactly
+// that row applied to the place precessed to B1950.0.
+TEST(SunAnalytic, B1950ToJ2000RotationHasTheTabulatedFirstRow) {
+    for (double jde : {2415020.0, 2451545.0, 2460000.5, 2700000.25}) {
+        double w[3], m[9];
+        kvx::sun::NewcombEquatorOfDate(jde, w);
+        GetPrecMtx(jde, 2433282.42346, m);
+        const double b[3] = {m[0] * w[0] + m[1] * w[1] + m[2] * w[2], m[3] * w[0] + m[4] * w[1] + m[5] * w[2],
+                             m[6] * w[0] + m[7] * w[1] + m[8] * w[2]};
+        const double x = 0.9999257180268403 * b[0] + -0.0111782838886141 * b[1] + -0.0048584357372842 * b[2];
+        double v[3];
+        kvx::sun::AnalyticSunVector(jde, v);
+        EXPECT_EQ(v[0], x) << jde;
+    }
+    // The matrix is a rotation.
+    const double *k = kvx::sun::kB1950ToJ2000;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) {
+            const double dot = k[3 * i] * k[3 * j] + k[3 * i + 1] * k[3 * j + 1] + k[3 * i + 2] * k[3 * j + 2];
+            EXPECT_NEAR(dot, i == j ? 1.0 : 0.0, 1e-15) << i << j;
+        }
+}
