@@ -72,17 +72,20 @@ int HelioVector(int code, double jde, double out[3]) {
     if (planetxyz::Lookup(code, jde, out, nullptr)) return 1;
     if (code != -3 && Extrapolate(code, jde, out)) return 1;
     if (code >= 8) return comet::HelioJ2000(kDwarfPlanetElements[code - 8], jde, out);
-    if (code == -3) {
-        sun::GetSunVector(jde, out);
-        out[0] = -out[0];
-        out[1] = -out[1];
-        out[2] = -out[2];
-        return 1;
-    }
-    // Mercury, Venus and Jupiter from their analytic series inside the
-    // series' span; the other planets, and these outside it, from the mean
+    // Inside the built-in theories' span: the Earth as the negated Sun, and
+    // Mercury, Venus and Jupiter from their analytic series. Everything else
+    // (the Earth and these three outside the span too) from the mean
     // elements of date.
-    if (HasSeries(code) && InSeriesRange(jde)) return SeriesVector(code, jde, out);
+    if (InSeriesRange(jde)) {
+        if (code == -3) {
+            sun::GetSunVector(jde, out);
+            out[0] = -out[0];
+            out[1] = -out[1];
+            out[2] = -out[2];
+            return 1;
+        }
+        if (HasSeries(code)) return SeriesVector(code, jde, out);
+    }
     FromMeanElements(code, jde, out);
     return 1;
 }

@@ -189,11 +189,13 @@ TEST(MoonPhases, OutsideTheSeriesRange) {
     }
     std::printf("GetMoonPhases outside the series range vs Moshier (%d months, %d empty, %d phases): max %.2f h\n",
                 months, empty, n, maxErr);
-    // Measured: 3.92 h (the theory 3100 years from its epoch, without the
-    // Moon's secular acceleration); 12 of the 22 months return nothing, as
-    // the sampling method does whenever a phase falls in the four days
-    // before the month (see below).
-    EXPECT_LT(maxErr, 4.0);
+    // Measured: 4.84 h (the theory 3100 years from its epoch, without the
+    // Moon's secular acceleration; the Earth's longitude from the mean
+    // elements of the Earth-Moon barycentre, as the planet dispatcher gives
+    // it outside the built-in theories' span); 12 of the 22 months return
+    // nothing, as the sampling method does whenever a phase falls in the four
+    // days before the month (see below).
+    EXPECT_LT(maxErr, 5.3);
     EXPECT_GT(n, 30);
     EXPECT_GT(empty, 0);
 }
