@@ -21,6 +21,11 @@
 //   Mars   (15, -8)  longitude term 0 here: this 0.20" term of 40-year period
 //                    is added separately as 0.202" sin(315.6 + 893.3 T).
 // The latitude rows agree in both transcriptions within rounding.
+// The largest Venus term, (-1, 1), stands first among the Venus rows and
+// carries the amplitudes 4.8328" and 2356e-9 of the cosine-sine form
+// (2.350", -4.223" and -2059e-9, -1145e-9 combined) with the first
+// transcription's phases 299.1017 and 209.08 degrees (the first
+// transcription has 4.838" and 2359e-9).
 //
 // Argument convention: A = i gP + j g, term = coef cos(phase - A), where g and
 // gP are the mean anomalies of the Earth and of the planet (sun_theory.cpp).
@@ -36,8 +41,8 @@ const NewcombTerm kNewcombTerms[kNewcombTermCount] = {
     {1, -1, 3, 0.015, 357.0, 18.0, 267.0},
     {1, -1, 4, 0.023, 326.0, 5.0, 239.0},
     // Venus
+    {2, -1, 1, 4.8328, 299.1017, 2356.0, 209.08},
     {2, -1, 0, 0.075, 296.2, 94.0, 205.0},
-    {2, -1, 1, 4.838, 299.1017, 2359.0, 209.08},
     {2, -1, 2, 0.074, 207.6, 69.0, 348.5},
     {2, -1, 3, 0.009, 249.0, 16.0, 330.0},
     {2, -2, 0, 0.003, 162.0, 4.0, 90.0},

@@ -166,3 +166,30 @@ TEST(SunAnalytic, B1950ToJ2000RotationHasTheTabulatedFirstRow) {
             EXPECT_NEAR(dot, i == j ? 1.0 : 0.0, 1e-15) << i << j;
         }
 }
+
+// The leading rows of the longitude and radius table: Mercury's and Venus's
+// first rows are their (i, j) = (-1, 1) terms, Venus's with Newcomb's
+// amplitudes 4.8328" and 2356e-9.
+TEST(SunNewcomb, FirstRowsOfMercuryAndVenus) {
+    const kvx::sun::NewcombTerm *venus = nullptr;
+    for (const auto &k : kvx::sun::kNewcombTerms)
+        if (k.planet == 2) {
+            venus = &k;
+            break;
+        }
+    const auto &mercury = kvx::sun::kNewcombTerms[0];
+    EXPECT_EQ(mercury.planet, 1);
+    EXPECT_EQ(mercury.i, -1);
+    EXPECT_EQ(mercury.j, 1);
+    EXPECT_EQ(mercury.lonCoef, 0.013);
+    EXPECT_EQ(mercury.lonPhase, 243.0);
+    EXPECT_EQ(mercury.radCoef, 28.0);
+    EXPECT_EQ(mercury.radPhase, 335.0);
+    ASSERT_NE(venus, nullptr);
+    EXPECT_EQ(venus->i, -1);
+    EXPECT_EQ(venus->j, 1);
+    EXPECT_EQ(venus->lonCoef, 4.8328);
+    EXPECT_EQ(venus->lonPhase, 299.1017);
+    EXPECT_EQ(venus->radCoef, 2356.0);
+    EXPECT_EQ(venus->radPhase, 209.08);
+}
