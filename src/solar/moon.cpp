@@ -143,6 +143,8 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
             f[10] = lb[0];
             f[11] = lb[1];
             const double d2 = f[12] / kKmPerAu;
+            // A non-finite date gives no distance to converge on.
+            if (!std::isfinite(d2)) break;
             if (std::fabs(d2 - d) * kLightDaysPerAu <= kTheoryLightTimeStop) break;
             d = d2;
         }

@@ -4,6 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 #include "kvxlib.h"
 #include "solar/moon_theory.h"
@@ -184,6 +188,27 @@ TEST(CalcMoon2, LibrationsAndTheirClamps) {
         EXPECT_NE(p.f[19], 0.0) << jde;
     }
 }
+
+#if GTEST_HAS_DEATH_TEST && !defined(_WIN32)
+// A date that is not a number, or infinite, gives no distance to converge
+// on: the light-time loop of the theory must still end. Each call runs in a
+// child process that a timer kills if it never returns.
+void PlaceTheMoonAndExit(double jde) {
+    alarm(10);
+    ATime t = AtTt(jde, 64.0);
+    BodyPos p{};
+    BodyPos sun{};
+    CalcMoon2(&t, &p);
+    CalcSun(&t, &sun);
+    CalcMoon(&t, &p, &sun);
+    std::exit(0);
+}
+
+TEST(CalcMoon2, NonFiniteDatesReturn) {
+    for (double jde : {std::nan(""), HUGE_VAL, -HUGE_VAL})
+        EXPECT_EXIT(PlaceTheMoonAndExit(jde), testing::ExitedWithCode(0), "") << jde;
+}
+#endif
 
 TEST(CalcMoon2, NullRecords) {
     ATime t = AtTt(2451545.0, 64.0);
