@@ -20,9 +20,15 @@ constexpr double kEarthE2 = 0.006694380022900787;          // (2 - f) f
 constexpr double kEarthOneMinusE2 = 0.9933056199770992;    // 1 - e^2
 constexpr double kAuPerKm = 6.684587153547039e-9;          // 1 / 149597870
 
+void ObserverVector(const Observer *obs, double jd, double theta, double e2, double oneMinusE2, double a,
+                    double out[3]);
+
 // The fill shared by the three setters, once the date fields, jd and jde
 // are in place. The steps run in this order; later ones use earlier results.
-void CommonFill(const Observer *obs, ATime *t) {
+// When jde is the library's UtToDt(jd), the local sidereal time just filled
+// is exactly GetLst(jd, longitude), so the observer's vector reuses it
+// instead of evaluating Delta T and the nutation series a second time.
+void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     if (obs) {
         t->obsLatitude = obs->latitude;
         t->obsLongitude = obs->longitude;
@@ -44,7 +50,10 @@ void CommonFill(const Observer *obs, ATime *t) {
     GetPrecMtx(t->jde, 2451545.0, t->precToJ2000);
     GetPrecMtx(2451545.0, t->jde, t->precFromJ2000);
     t->epsTrue = t->nutation[1] + t->eps;
-    GetTopocenter(obs, t->jd, t->obsPos);
+    if (obs && libraryDeltaT)
+        ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, t->obsPos);
+    else
+        GetTopocenter(obs, t->jd, t->obsPos);
 }
 
 // Observer on an ellipsoid (e2, radius a in km, (1 - e2) given separately so
@@ -102,7 +111,7 @@ extern "C" void SetATimeDate(const ADate *date, const Observer *obs, ATime *out)
     out->tz = date->tz;
     out->jd = GetJd(date);
     out->jde = UtToDt(out->jd);
-    CommonFill(obs, out);
+    CommonFill(obs, true, out);
 }
 
 /// SetATimeJd: fills an ATime for a universal-time Julian date; the date
@@ -113,7 +122,7 @@ extern "C" void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out
     LocalDate(jd, tz, out);
     out->jd = jd;
     out->jde = UtToDt(jd);
-    CommonFill(obs, out);
+    CommonFill(obs, true, out);
 }
 
 /// SetATimeJd2: as SetATimeJd, with the caller's Delta T (seconds) instead
@@ -123,7 +132,7 @@ extern "C" void SetATimeJd2(double jd, double deltaT, double tz, const Observer 
     LocalDate(jd, tz, out);
     out->jd = jd;
     out->jde = jd + deltaT / 86400.0;
-    CommonFill(obs, out);
+    CommonFill(obs, false, out);
 }
 
 /// GetLst2: local apparent sidereal time in degrees (0..360) at a

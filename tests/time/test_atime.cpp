@@ -77,6 +77,29 @@ TEST(ATimeFill, EveryFieldComesFromItsSourceAtTheRightTimeScale) {
     EXPECT_NEAR(std::sqrt(pos[0] * pos[0] + pos[1] * pos[1] + pos[2] * pos[2]) * 149597870.0, 6371.0, 10.0);
 }
 
+// The observer's vector of every setter is GetTopocenter at the record's
+// universal time to the bit, also when the caller's Delta T differs from the
+// library's (SetATimeJd2), over dates from -2000 to +4000 and all latitudes.
+TEST(ATimeFill, ObserverVectorIsGetTopocenterForEverySetter) {
+    for (int k = 0; k < 300; ++k) {
+        const double jd = 990557.5 + k * 7302.41;
+        const Observer obs{-89.5 + (k * 37 % 180), -179.0 + (k * 53 % 359), -400.0 + k * 13.0};
+        double want[3];
+        GetTopocenter(&obs, jd, want);
+        ATime a{}, b{};
+        SetATimeJd(jd, 9.0, &obs, &a);
+        SetATimeJd2(jd, 1000.0 + k, -5.0, &obs, &b);
+        ASSERT_EQ(std::memcmp(a.obsPos, want, sizeof want), 0) << jd;
+        ASSERT_EQ(std::memcmp(b.obsPos, want, sizeof want), 0) << jd;
+        ADate d{};
+        JdToDate2(jd, &d);
+        ATime c{};
+        SetATimeDate(&d, &obs, &c);
+        GetTopocenter(&obs, c.jd, want);
+        ASSERT_EQ(std::memcmp(c.obsPos, want, sizeof want), 0) << jd;
+    }
+}
+
 TEST(ATimeFill, NullObserverIsTheCentreOfTheEarth) {
     ATime a;
     std::memset(&a, 0x5a, sizeof a);
