@@ -5,12 +5,11 @@
 // IsValidPlanetXyzFile, IsValidMoonXyzFile, IsValidJdtFile,
 // GetMeteorInfoCount). Where the files are and what they cover (spans,
 // bodies, entries) the command finds out itself: it looks the six settings
-// up as the library does (per-user, then machine-wide configuration file,
-// else the library's own directory) and reads the files' headers.
+// up with the library's own settings reader (compiled into the CLI: per-user,
+// then machine-wide configuration file, else the library's own directory)
+// and reads the files' headers.
 #ifndef _WIN32
 #include <dlfcn.h>
-#include <strings.h>
-#include <sys/stat.h>
 #endif
 
 #include <cmath>
@@ -22,56 +21,13 @@
 #include <vector>
 
 #include "commands.h"
+#include "platform/settings.h"
 
 namespace kvx::cli {
 
 namespace {
 
 #ifndef _WIN32
-// One "Name=Value" of a configuration file (names without regard to case).
-bool FromConfFile(const std::string &file, const char *name, std::string *value) {
-    std::ifstream in(file);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        const size_t p = line.find_first_not_of(" \t");
-        if (p == std::string::npos || line[p] == '#') continue;
-        const size_t eq = line.find('=', p);
-        if (eq == std::string::npos) continue;
-        size_t e = eq;
-        while (e > p && (line[e - 1] == ' ' || line[e - 1] == '\t')) --e;
-        if (strcasecmp(line.substr(p, e - p).c_str(), name) != 0) continue;
-        *value = line.substr(eq + 1);
-        return value->size() < 260;
-    }
-    return false;
-}
-
-bool Exists(const std::string &path) {
-    struct stat st {};
-    return stat(path.c_str(), &st) == 0;
-}
-
-std::string UserConf() {
-    const char *x = std::getenv("XDG_CONFIG_HOME");
-    if (x && x[0] == '/') return std::string(x) + "/Pelorin/kvxlib/6.0.conf";
-    const char *h = std::getenv("HOME");
-    return (h && h[0] == '/') ? std::string(h) + "/.config/Pelorin/kvxlib/6.0.conf" : std::string();
-}
-
-std::string MachineConf() {
-    const char *d = std::getenv("XDG_CONFIG_DIRS");
-    std::string list = (d && d[0]) ? d : "/etc/xdg", dir;
-    for (size_t start = 0; start <= list.size();) {
-        size_t end = list.find(':', start);
-        if (end == std::string::npos) end = list.size();
-        dir = list.substr(start, end - start);
-        if (!dir.empty() && dir[0] == '/' && Exists(dir + "/Pelorin/kvxlib/6.0.conf")) return dir + "/Pelorin/kvxlib/6.0.conf";
-        start = end + 1;
-    }
-    return std::string();
-}
-
 std::string LibraryDirectory() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<void *>(&GetJplDeVersion), &info) == 0 || !info.dli_fname) return std::string();
@@ -87,10 +43,12 @@ struct Located {
 
 Located Locate(const char *name, const char *defaultName) {
 #ifndef _WIN32
-    std::string v;
-    const std::string user = UserConf(), machine = MachineConf();
-    if (!user.empty() && FromConfFile(user, name, &v)) return {v, "user settings " + user};
-    if (!machine.empty() && FromConfFile(machine, name, &v)) return {v, "machine settings " + machine};
+    char v[260];
+    const std::string user = platform::UserFile(), machine = platform::MachineFile();
+    if (!user.empty() && platform::ReadSettingFromFile(user.c_str(), name, v, sizeof v))
+        return {v, "user settings " + user};
+    if (!machine.empty() && platform::ReadSettingFromFile(machine.c_str(), name, v, sizeof v))
+        return {v, "machine settings " + machine};
     return {LibraryDirectory() + defaultName, "default"};
 #else
     return {defaultName, "default"};

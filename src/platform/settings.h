@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 namespace kvx::platform {
 
@@ -27,5 +28,12 @@ void SetModuleHandle(void *module);
 
 // POSIX: the value of `name` in one configuration file (exposed for tests).
 bool ReadSettingFromFile(const char *file, const char *name, char *buf, size_t size);
+
+#ifndef _WIN32
+// The per-user settings file (empty when neither XDG_CONFIG_HOME nor HOME is
+// an absolute path) and the first existing machine-wide one (empty if none).
+std::string UserFile();
+std::string MachineFile();
+#endif
 
 }  // namespace kvx::platform

@@ -30,6 +30,10 @@ const char *AbsoluteEnv(const char *name) {
     return (v && v[0] == '/') ? v : nullptr;
 }
 
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+}  // namespace
+
 std::string UserFile() {
     if (const char *home = AbsoluteEnv("XDG_CONFIG_HOME")) return std::string(home) + kRelativePath;
     if (const char *home = AbsoluteEnv("HOME")) return std::string(home) + "/.config" + kRelativePath;
@@ -49,10 +53,6 @@ std::string MachineFile() {
     }
     return std::string();
 }
-
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
-
-}  // namespace
 
 // A line is "Name=Value": blanks around the name are ignored and names
 // compare without regard to case (as registry value names do); the value is
