@@ -7,9 +7,9 @@
 #include <string>
 
 #include "kvxlib.h"
-#include "solar/jpl_de.h"
-#include "solar/jpl_query.h"
-#include "solar/planet_xyz.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/ephem/jpl_query.h"
+#include "solar/ephem/planet_xyz.h"
 
 #ifdef KVX_HAVE_SWE
 extern "C" int swi_open_jpl_file(double *ss, char *fname, char *fpath, char *serr);

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "kvxlib.h"
-#include "solar/jpl_de.h"
-#include "solar/moon_libration.h"
-#include "solar/moon_theory.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/moon/moon_libration.h"
+#include "solar/moon/moon_theory.h"
 
 #ifdef KVX_HAVE_SWE
 #include <swephexp.h>

@@ -6,8 +6,8 @@
 #include <benchmark/benchmark.h>
 
 #include "kvxlib.h"
-#include "solar/planet.h"
-#include "solar/planet_series.h"
+#include "solar/planet/planet.h"
+#include "solar/planet/planet_series.h"
 
 #ifdef KVX_HAVE_SWE
 #include <swephexp.h>

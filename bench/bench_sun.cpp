@@ -6,9 +6,9 @@
 #include <string>
 
 #include "kvxlib.h"
-#include "solar/jpl_de.h"
-#include "solar/sun.h"
-#include "solar/sun_theory.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/sun/sun.h"
+#include "solar/sun/sun_theory.h"
 
 #ifdef KVX_HAVE_SWE
 #include <swephexp.h>

@@ -474,7 +474,7 @@ KVX_API int32_t GetConstellation(const double *ad, double epochJd);
 /* end of: Constellations */
 
 /* ======================================================================
- * JPL DE ephemeris and position files       (src/solar/)
+ * JPL DE ephemeris and position files       (src/solar/ephem/)
  * ====================================================================== */
 
 /* Reading of the data files happens once, when the library is loaded; see
@@ -511,7 +511,7 @@ KVX_API int32_t IsValidPlanetXyzFile(void);
 /* end of: JPL DE ephemeris and position files */
 
 /* ======================================================================
- * The Sun                            (src/solar/sun.cpp)
+ * The Sun                            (src/solar/sun/sun.cpp)
  * ====================================================================== */
 
 /* Result record of CalcSun, CalcPlanet, CalcMoon/CalcMoon2, CalcComet and
@@ -552,7 +552,7 @@ KVX_API void CalcSun(ATime *t, BodyPos *out);
 /* end of: The Sun */
 
 /* ======================================================================
- * The Moon                          (src/solar/moon.cpp)
+ * The Moon                          (src/solar/moon/moon.cpp)
  * ====================================================================== */
 
 /* Geocentric ecliptic longitude and latitude of the Moon (lb, degrees, mean
@@ -575,7 +575,7 @@ KVX_API void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos);
 /* end of: The Moon */
 
 /* ======================================================================
- * Moon phases and age         (src/solar/moon_phase.cpp)
+ * Moon phases and age         (src/solar/moon/moon_phase.cpp)
  * ====================================================================== */
 
 /* A principal phase of the Moon: phase number (0 new Moon, 1 first quarter,
@@ -606,7 +606,7 @@ KVX_API int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max);
 /* end of: Moon phases and age */
 
 /* ======================================================================
- * The planets and orbital elements (src/solar/planet.cpp)
+ * The planets and orbital elements (src/solar/planet/planet.cpp)
  * ====================================================================== */
 
 /* Mean or osculating orbital elements of a body moving round the Sun,

@@ -13,7 +13,7 @@ precession model.
 
     cmake --build build            # libkvxlib.so for the frame
     /usr/bin/python3 tools/fit_planet_series.py --lib build/libkvxlib.so \
-        --out src/solar/planet_series_table.cpp
+        --out src/solar/planet/planet_series_table.cpp
 
 Needs numpy, scipy and libswe-dev + swe-basic-data (tools/swe_helio.c is
 compiled on the fly). Deterministic: fixed random seed, fixed term counts.
@@ -588,7 +588,7 @@ def write_table(path, merc, ven, jup, report):
 // Simon et al., A&A 282, 663, 1994), chosen greedily and refined with the
 // amplitudes by nonlinear least squares. Regenerate with
 //   /usr/bin/python3 tools/fit_planet_series.py --lib build/libkvxlib.so
-//       --out src/solar/planet_series_table.cpp
+//       --out src/solar/planet/planet_series_table.cpp
 //
 // Accuracy of these (rounded) coefficients against the ephemeris on
 // {report['check']} independent dates: heliocentric direction (arcseconds,
@@ -597,7 +597,7 @@ def write_table(path, merc, ven, jup, report):
     for name in ('Mercury', 'Venus', 'Jupiter'):
         for span, (mx, rms, rr, dr) in report[name].items():
             head += '//   %-8s %s: %7.2f" / %6.2f",  radius %.1e AU\n' % (name, span, mx, rms, dr)
-    body = ['#include "solar/planet_series_table.h"', '', 'namespace kvx::planet {', '']
+    body = ['#include "solar/planet/planet_series_table.h"', '', 'namespace kvx::planet {', '']
     body.append(fmt_terms('kMercuryLon', merc['lon'], 'Mercury longitude beyond the leading terms: (a + b T) cos(phase + rate T).'))
     body.append('')
     body.append(fmt_terms('kMercuryLat', merc['lat'], 'Mercury latitude beyond the leading term.'))

@@ -3,7 +3,7 @@
 // nutation matrix from the mean to the true equator of date.
 #include "kvxlib.h"
 #include "math/constants.h"
-#include "solar/jpl_query.h"
+#include "solar/ephem/jpl_query.h"
 #include "time/nutation.h"
 
 namespace {

@@ -8,8 +8,8 @@
 
 #include "calendar/meteor.h"
 #include "platform/settings.h"
-#include "solar/jpl_de.h"
-#include "solar/planet_xyz.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/ephem/planet_xyz.h"
 #include "time/delta_t.h"
 
 namespace kvx::startup {

@@ -9,7 +9,7 @@
 #include "comet/comet_orbit.h"
 #include "kvxlib.h"
 #include "math/constants.h"
-#include "solar/orbit_elements.h"
+#include "solar/planet/orbit_elements.h"
 
 namespace {
 

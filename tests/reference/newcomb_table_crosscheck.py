@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Cross-check of the perturbation tables of Newcomb's theory of the Sun
-(src/solar/sun_newcomb_table.cpp) against a second, independent transcription
+(src/solar/sun/sun_newcomb_table.cpp) against a second, independent transcription
 of S. Newcomb's Tables of the Sun (Astronomical Papers of the American
 Ephemeris vol. VI part I, 1895), given there in cosine-sine form
 (M. Kretlow, 1998): rows "J I VC VS RC RS BC BS" with the argument

@@ -1,0 +1,226 @@
+// The place of the Moon for an ATime: geocentric and topocentric
+// directions, distances, semi-diameters, horizontal coordinates, phase and
+// the physical ephemeris (librations and axis).
+//
+// Sources, in order: the main JPL DE ephemeris, the Moon handle (a file in
+// the DE format: the DE file itself or the Moon position file), the built-in
+// lunar theory (moon_theory.cpp).
+#include <cmath>
+
+#include "kvxlib.h"
+#include "math/constants.h"
+#include "math/vec3.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/ephem/jpl_query.h"
+#include "solar/moon/moon_libration.h"
+#include "solar/moon/moon_theory.h"
+
+namespace {
+
+using kvx::kKmPerAu;
+using kvx::kLightDaysPerAu;
+
+// Mean Earth-Moon distance (AU): the first guess of the light-time loops.
+constexpr double kMeanDistanceAu = 0.002569555301823482;
+// Convergence of the light-time loops: a hundredth of a second for the
+// ephemeris files, one second for the theory (days).
+constexpr double kFileLightTimeStop = 1.1574074074074073e-7;
+constexpr double kTheoryLightTimeStop = 1.1574074074074073e-5;
+
+constexpr double kMoonRadiusKm = 1737.4;
+
+// Library body codes of the main reader, and JPL body numbers of the Moon
+// handle.
+constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
+constexpr int kJplEarth = 3, kJplMoon = 10, kJplSun = 11;
+
+// Geocentric Moon (AU, J2000.0 equator) at dynamical date jde, geometric.
+bool FileGeocentric(double jde, double v[3]) {
+    if (kvx::jpl::Query(kMoonCode, jde, kEarthCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplMoon, jde, kJplEarth, v, nullptr) != 0;
+}
+
+// Heliocentric Moon and Earth (AU, J2000.0 equator).
+bool FileHeliocentricMoon(double jde, double v[3]) {
+    if (kvx::jpl::Query(kMoonCode, jde, kSunCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplMoon, jde, kJplSun, v, nullptr) != 0;
+}
+bool FileHeliocentricEarth(double jde, double v[3]) {
+    if (kvx::jpl::Query(kEarthCode, jde, kSunCode, v, nullptr)) return true;
+    return kvx::jpl::MoonQuery(kJplEarth, jde, kJplSun, v, nullptr) != 0;
+}
+
+// Geocentric Moon seen at jde (AU, J2000.0 equator), corrected for light
+// time: the Moon is taken where it was when the light left it, the Earth
+// where it is at jde. Iterates until the light time changes by at most a
+// hundredth of a second; false when no file answers.
+bool FileGeocentricWithLightTime(double jde, double g[3]) {
+    double earth[3];
+    if (!FileHeliocentricEarth(jde, earth)) return false;
+    double d = kMeanDistanceAu;
+    for (;;) {
+        double moon[3];
+        if (!FileHeliocentricMoon(jde - d * kLightDaysPerAu, moon)) return false;
+        for (int i = 0; i < 3; ++i) g[i] = moon[i] - earth[i];
+        const double d2 = kvx::vec3::Norm(g);
+        if (!std::isfinite(d2)) return false;
+        if (std::fabs(d - d2) * kLightDaysPerAu <= kFileLightTimeStop) return true;
+        d = d2;
+    }
+}
+
+Dc Unit(const double v[3], double length) { return Dc{v[0] / length, v[1] / length, v[2] / length}; }
+
+}  // namespace
+
+/// CalcMoonLbr: geocentric ecliptic longitude and latitude of the Moon
+/// (degrees, mean ecliptic and equinox of date) and its distance (km) at
+/// dynamical Julian date jd, geometric (no light time). From the main JPL
+/// ephemeris, else the Moon file, else the built-in theory; the theory is
+/// evaluated with T = GetT(jd), as its published series are. Returns 1, or
+/// 0 (nothing written) when lb is null; dist may be null.
+extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
+    if (lb == nullptr) return 0;
+    double km;
+    double v[3];
+    if (FileGeocentric(jd, v)) {
+        const double r = kvx::vec3::Norm(v);
+        km = r * kKmPerAu;
+        const Dc u = Unit(v, r);
+        double prec[9], ecl[9];
+        GetPrecMtx(kvx::kJ2000, jd, prec);
+        RotateX(GetEp(jd), ecl);
+        Dc m, e;
+        RotateDc(&u, prec, &m);
+        RotateDc(&m, ecl, &e);
+        Ad ad;
+        DcToAd(&e, &ad);
+        lb[0] = ad.a;
+        lb[1] = ad.d;
+    } else {
+        kvx::moon::TheoryLbr(jd, lb, &km);
+    }
+    if (dist != nullptr) *dist = km;
+    return 1;
+}
+
+/// CalcMoon2: the place of the Moon without the quantities that need the
+/// Sun: fields 1-7 (field 7 in km), 9-10 (geocentric J2000.0 right ascension
+/// and declination), 11-13 (geocentric ecliptic longitude and latitude of
+/// date, distance in km), 17 (position angle of the axis), 20-21 (total
+/// librations in longitude and latitude), 24-26 (direction cosines of fields
+/// 1-2) and the same direction in fixed point from field 27. With an
+/// ephemeris file the light time is iterated to a hundredth of a second,
+/// with the theory to one second. Outside dynamical JD 1538798.0-3364651.0
+/// field 20 is 0 and fields 17 and 21 are clamped to +-26 and +-7 degrees.
+/// Null t or out: nothing is done.
+extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
+    if (t == nullptr || out == nullptr) return;
+    double *f = out->f;
+    Dc j2000;          // geocentric unit vector, J2000.0 equator
+    Ad ofDate;         // geocentric right ascension and declination of date
+    double g[3];
+    if (FileGeocentricWithLightTime(t->jde, g)) {
+        const double r = kvx::vec3::Norm(g);
+        f[12] = r * kKmPerAu;
+        j2000 = Unit(g, r);
+        Ad ad;
+        DcToAd(&j2000, &ad);
+        f[8] = ad.a;
+        f[9] = ad.d;
+        Dc m, e;
+        RotateDc(&j2000, t->precFromJ2000, &m);
+        DcToAd(&m, &ofDate);
+        RotateDc(&m, t->eqToEcl, &e);
+        DcToAd(&e, &ad);
+        f[10] = ad.a;
+        f[11] = ad.d;
+    } else {
+        double d = kMeanDistanceAu;
+        for (;;) {
+            double lb[2];
+            CalcMoonLbr(t->jde - d * kLightDaysPerAu, lb, &f[12]);
+            f[10] = lb[0];
+            f[11] = lb[1];
+            const double d2 = f[12] / kKmPerAu;
+            // A non-finite date gives no distance to converge on.
+            if (!std::isfinite(d2)) break;
+            if (std::fabs(d2 - d) * kLightDaysPerAu <= kTheoryLightTimeStop) break;
+            d = d2;
+        }
+        const Ad ecl{f[10], f[11]};
+        Dc e, m;
+        AdToDc(&ecl, &e);
+        RotateDc(&e, t->eclToEq, &m);
+        DcToAd(&m, &ofDate);
+        RotateDc(&m, t->precToJ2000, &j2000);
+        Ad ad;
+        DcToAd(&j2000, &ad);
+        f[8] = ad.a;
+        f[9] = ad.d;
+    }
+
+    // Topocentric vector (km), astrometric J2000.0 direction.
+    const Dc s{j2000.x * f[12] - t->obsPos[0] * kKmPerAu, j2000.y * f[12] - t->obsPos[1] * kKmPerAu,
+               j2000.z * f[12] - t->obsPos[2] * kKmPerAu};
+    f[6] = DcAbs(&s);
+    Dc u;
+    DcDiv(&s, f[6], &u);
+    Ad ad;
+    DcToAd(&u, &ad);
+    f[0] = ad.a;
+    f[1] = ad.d;
+
+    // Apparent place of date, and the ecliptic place of date.
+    Dc m, n, e;
+    RotateDc(&u, t->precFromJ2000, &m);
+    RotateDc(&m, t->nutMtx, &n);
+    double nv[3] = {n.x, n.y, n.z}, app[3];
+    AnnualAberration(t, nv, 1, app);
+    const Dc a{app[0], app[1], app[2]};
+    DcToAd(&a, &ad);
+    f[2] = ad.a;
+    f[3] = ad.d;
+    RotateDc(&m, t->eqToEcl, &e);
+    DcToAd(&e, &ad);
+    f[4] = ad.a;
+    f[5] = ad.d;
+
+    // Direction cosines of fields 1-2, and in fixed point.
+    const Ad radec{f[0], f[1]};
+    Dc dc;
+    AdToDc(&radec, &dc);
+    f[23] = dc.x;
+    f[24] = dc.y;
+    f[25] = dc.z;
+    DcToFx(&dc, &out->moon.fx);
+
+    // Physical ephemeris.
+    kvx::moon::Libration lib =
+        kvx::moon::MoonLibration(t->t2, f[10], f[11], ofDate.a, t->nutation[0], t->eps);
+    kvx::moon::ClampLibration(t->jde, &lib);
+    f[16] = lib.axisAngle;
+    f[19] = lib.longitude;
+    f[20] = lib.latitude;
+}
+
+/// CalcMoon: CalcMoon2, then the fields that need the Sun and the horizon:
+/// 8 topocentric and 14 geocentric semi-diameters (degrees, lunar radius
+/// 1737.4 km), 18 illuminated fraction and 19 position angle of the bright
+/// limb (GetPhase with sunPos, which CalcSun must have filled for the same
+/// t), 15-16 azimuth and altitude (Coordinates from the J2000.0 equator to
+/// the geometric horizon). Null t or out: nothing is done; a null sunPos
+/// leaves fields 18-19 unset.
+extern "C" void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos) {
+    if (t == nullptr || out == nullptr) return;
+    CalcMoon2(t, out);
+    double *f = out->f;
+    f[13] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[12]));
+    f[7] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[6]));
+    if (sunPos != nullptr) GetPhase(sunPos, sunPos->f[6], out, f[6] / kKmPerAu, &f[17], &f[18]);
+    const Ad radec{f[0], f[1]};
+    Ad azAlt{};
+    Coordinates(t, KVX_COORD_J2000, &radec, KVX_COORD_HORIZONTAL, &azAlt);
+    f[14] = azAlt.a;
+    f[15] = azAlt.d;
+}

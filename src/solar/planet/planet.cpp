@@ -1,0 +1,289 @@
+// The planets: the dispatcher of heliocentric vectors, CalcPlanet,
+// CalcPlanetLbr, the phase and the magnitudes.
+#include "solar/planet/planet.h"
+
+#include <cmath>
+
+#include "comet/comet.h"
+#include "kvxlib.h"
+#include "math/constants.h"
+#include "math/vec3.h"
+#include "solar/planet/dwarf_planet_elements.h"
+#include "solar/ephem/jpl_query.h"
+#include "solar/planet/orbit_elements.h"
+#include "solar/planet/planet_series.h"
+#include "solar/ephem/planet_xyz.h"
+#include "solar/sun/sun.h"
+#include "solar/sun/sun_theory.h"
+
+namespace kvx::planet {
+
+namespace {
+
+constexpr double kLightDays = 0.005775518308;  // days per AU
+constexpr double kLightTolerance = 1.1574074074074073e-5;  // one second, days
+constexpr int kMaxLightIterations = 50;
+
+// Visual magnitude at 1 AU (V0) and apparent diameter at 1 AU (arcseconds)
+// of codes 0..11.
+struct MagDiameter {
+    double v0, s0;
+};
+using vec3::Norm;
+using vec3::Rotate;
+using vec3::ToAngles;
+
+constexpr MagDiameter kMagDiameter[12] = {
+    {-0.42, 3.3638}, {-4.4, 8.3442},   {-1.52, 4.6827}, {-9.4, 98.5728}, {-8.88, 83.0972}, {-7.19, 35.2406},
+    {-6.87, 34.1445}, {-1.0, 1.638},   {-1.1, 1.6035},  {3.3, 0.6522},   {-0.1, 1.0355},   {0.2, 1.3512},
+};
+
+// Two-body extrapolation from the nearer end of the position file's entry.
+int Extrapolate(int code, double jde, double out[3]) {
+    double start, end;
+    if (!planetxyz::Range(code, &start, &end)) return 0;
+    if (jde >= start && jde <= end) return 0;
+    const double edge = jde <= start ? start : end;
+    double p[3], v[3];
+    if (!jpl::Query(code, edge, -2, p, v) && !planetxyz::Lookup(code, edge, p, v)) return 0;
+    OrbitElm el;
+    if (!CalPVtoElm(p, v, edge, GetEp(2451545.0), 2000.0, &el)) return 0;
+    // The mean motion of the osculating orbit, Gaussian constant.
+    double ecl[3];
+    if (!GetPlanetByElement(&el, jde, ecl, nullptr)) return 0;
+    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
+    return 1;
+}
+
+// Mean elements of date (Standish), ecliptic of J2000 -> J2000 equator.
+void FromMeanElements(int code, double jde, double out[3]) {
+    OrbitElm el;
+    GetPlanetOrbitElm(code, jde, &el);
+    double ecl[3];
+    GetPlanetByElement(&el, jde, ecl, nullptr);
+    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
+}
+
+}  // namespace
+
+int HelioVector(int code, double jde, double out[3]) {
+    if (!ValidCode(code)) return 0;
+    if (jpl::Query(code, jde, -2, out, nullptr)) return 1;
+    if (planetxyz::Lookup(code, jde, out, nullptr)) return 1;
+    if (code != -3 && Extrapolate(code, jde, out)) return 1;
+    if (code >= 8) return comet::HelioJ2000(kDwarfPlanetElements[code - 8], jde, out);
+    // Inside the built-in theories' span: the Earth as the negated Sun, and
+    // Mercury, Venus and Jupiter from their analytic series. Everything else
+    // (the Earth and these three outside the span too) from the mean
+    // elements of date.
+    if (InSeriesRange(jde)) {
+        if (code == -3) {
+            sun::GetSunVector(jde, out);
+            out[0] = -out[0];
+            out[1] = -out[1];
+            out[2] = -out[2];
+            return 1;
+        }
+        if (HasSeries(code)) return SeriesVector(code, jde, out);
+    }
+    FromMeanElements(code, jde, out);
+    return 1;
+}
+
+// Visual magnitude (r heliocentric, delta observer, R Sun-observer distance).
+double Magnitude(int code, double r, double delta, double R, double ringTerm) {
+    double m = kMagDiameter[code].v0 + 5.0 * std::log10(r * delta);
+    double i = 0.0;
+    if (code <= 3) {
+        double c = (delta * delta + r * r - R * R) / (2.0 * r * delta);
+        c = std::fmax(-1.0, std::fmin(1.0, c));
+        i = RadToDeg(std::acos(c));
+    }
+    switch (code) {
+        case 0: return m + (0.038 - 0.000273 * i + 2e-6 * i * i) * i;
+        case 1: return m + (0.0009 + 0.000239 * i - 6.5e-7 * i * i) * i;
+        case 2: return m + 0.016 * i;
+        case 3: return m + 0.005 * i;
+        case 4: return m + ringTerm;
+        case 9: {
+            double s = (R - r + delta) * (r + R - delta) / (4.0 * r * delta);
+            s = std::fmax(0.0, s);
+            const double tb = std::tan(std::asin(std::sqrt(s)));
+            return m - 2.5 * std::log10(0.88 * std::exp(-3.33 * std::pow(tb, 0.63)) +
+                                        0.12 * std::exp(-1.87 * std::pow(tb, 1.22)));
+        }
+        default: return m;
+    }
+}
+
+// Saturn's ring term from the geocentric ecliptic place (lambda, beta) and
+// the heliocentric place (l, b, r), degrees and AU, T centuries from J2000.
+double SaturnRingTerm(double T, double lambda, double beta, double l, double b, double r) {
+    const double I = DegToRad(28.075216 - 0.012998 * T + 4e-6 * T * T);
+    const double N0 = 169.50847 + 1.394681 * T + 0.000412 * T * T;
+    const double lam = DegToRad(lambda), bet = DegToRad(beta);
+    const double sinB = std::sin(I) * std::cos(bet) * std::sin(lam - DegToRad(N0)) - std::cos(I) * std::sin(bet);
+    const double N = 113.6655 + 0.8771 * T;
+    const double l1 = DegToRad(l - 0.01759 / r);
+    const double b1 = DegToRad(b - 0.000764 * std::cos(DegToRad(l - N)) / r);
+    const double n0 = DegToRad(N0);
+    const double U1 = RadToDeg(std::atan((std::sin(I) * std::sin(b1) + std::cos(I) * std::cos(b1) * std::sin(l1 - n0)) /
+                                         (std::cos(b1) * std::cos(l1 - n0))));
+    const double U2 = RadToDeg(std::atan((std::sin(I) * std::sin(bet) + std::cos(I) * std::cos(bet) * std::sin(lam - n0)) /
+                                         (std::cos(bet) * std::cos(lam - n0))));
+    const double absB = std::fabs(std::asin(sinB));
+    return 0.044 * std::fabs(U1 - U2) - 2.6 * std::sin(absB) + 1.25 * sinB * sinB;
+}
+
+}  // namespace kvx::planet
+
+using namespace kvx;
+
+/// Heliocentric ecliptic longitude and latitude (degrees, lb[0], lb[1]) of
+/// the mean ecliptic and equinox of date, and heliocentric distance r (AU),
+/// of body code (-3, 0..11) at dynamical Julian date jd, geometric (no light
+/// time). Returns 1, or 0 for an unknown code (nothing written) or a null
+/// output.
+extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r) {
+    if (!planet::ValidCode(code) || !lb || !r) return 0;
+    double h[3], m[9];
+    planet::HelioVector(code, jd, h);
+    GetPrecMtx(2451545.0, jd, m);
+    planet::Rotate(m, h, h);
+    vec3::EquatorToEcliptic(GetEp(jd), h, h);
+    *r = planet::Norm(h);
+    const double u[3] = {h[0] / *r, h[1] / *r, h[2] / *r};
+    planet::ToAngles(u, &lb[0], &lb[1]);
+    return 1;
+}
+
+/// Illuminated fraction and position angle of the bright limb (degrees,
+/// -180..180, from north through east) of a body, from the Sun's and the
+/// body's right ascension and declination (fields 1-2 of the two records)
+/// and their distances from the observer (AU). Null outputs are skipped; null
+/// records do nothing.
+extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction,
+                         double *limbAngle) {
+    if (!sunPos || !body) return;
+    const double a0 = DegToRad(sunPos->f[0]), d0 = DegToRad(sunPos->f[1]);
+    const double a = DegToRad(body->f[0]), d = DegToRad(body->f[1]);
+    const double limb = RadToDeg(std::atan2(std::cos(d0) * std::sin(a0 - a),
+                                            std::sin(d0) * std::cos(d) - std::cos(d0) * std::sin(d) * std::cos(a0 - a)));
+    double c = std::sin(d0) * std::sin(d) + std::cos(d0) * std::cos(d) * std::cos(a0 - a);
+    c = std::fmax(-1.0, std::fmin(1.0, c));
+    const double psi = std::acos(c);
+    const double i = std::atan2(sunDist * std::sin(psi), bodyDist - sunDist * std::cos(psi));
+    if (fraction) *fraction = (1.0 + std::cos(i)) / 2.0;
+    if (limbAngle) *limbAngle = limb;
+}
+
+/// Visual magnitude of body code from its heliocentric vector h and the
+/// Earth's e (AU): the reduced law V0 + 5 log10(r Delta) with the phase
+/// corrections of Mercury to Jupiter only (no Saturn ring term, no Ceres
+/// phase function), the phase angle taken from cos i = (r^2 + Delta^2 - R) /
+/// (2 r Delta) with R = |e| itself, not its square (kept for compatibility).
+/// Code -3 uses V0 = -2.96 (the mean of Venus' and Mars'). Returns -999.0 for
+/// an unknown code or null vectors.
+extern "C" double GetPlanetMag(int32_t code, const double h[3], const double e[3]) {
+    if (!planet::ValidCode(code) || !h || !e) return -999.0;
+    const double r = planet::Norm(h), R = planet::Norm(e);
+    const double g[3] = {h[0] - e[0], h[1] - e[1], h[2] - e[2]};
+    const double delta = planet::Norm(g);
+    const double v0 = code == -3 ? (-4.4 + -1.52) / 2.0 : planet::kMagDiameter[code].v0;
+    double m = v0 + 5.0 * std::log10(r * delta);
+    if (code <= 3) {
+        double c = (r * r + delta * delta - R) / (2.0 * r * delta);
+        c = std::fmax(-1.0, std::fmin(1.0, c));
+        const double i = RadToDeg(std::acos(c));
+        switch (code) {
+            case 0: m += (0.038 - 0.000273 * i + 2e-6 * i * i) * i; break;
+            case 1: m += (0.0009 + 0.000239 * i - 6.5e-7 * i * i) * i; break;
+            case 2: m += 0.016 * i; break;
+            case 3: m += 0.005 * i; break;
+            default: break;  // -3: no phase law
+        }
+    }
+    return m;
+}
+
+/// Place, distance, phase and brightness of body code (-3 Earth, 0..7
+/// Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for an ATime.
+/// sunPos must be the Sun record CalcSun filled for the same t (its fields
+/// 1-2, 7 and 8-10 are read). Fields: 1-7 as for every body (topocentric,
+/// light time to one second, aberration); 8-10 heliocentric vector at the
+/// light-time-retarded instant and 11-13 at the instant (J2000.0 equator,
+/// AU); 14-16 fields 11-13 on the mean ecliptic and equinox of date; 17
+/// heliocentric distance; 18 geometric geocentric distance at the instant;
+/// 19 illuminated fraction; 20 position angle of the bright limb; 21-34 the
+/// physical-ephemeris block, -1.0 where not computed; 35 apparent diameter
+/// (arcseconds); 36 visual magnitude; 37 the magnitude in tenths,
+/// floor(m x 10 + 0.5), as a 32-bit integer at the start of the slot.
+/// Fields 35-37 mean nothing for code -3. Returns 1, or 0 for an unknown
+/// code or a null pointer (nothing written).
+extern "C" int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out) {
+    if (!planet::ValidCode(code) || !t || !sunPos || !out) return 0;
+    double *f = out->f;
+    const double jde = t->jde;
+    double h[3];
+    planet::HelioVector(code, jde, h);
+    f[10] = h[0];
+    f[11] = h[1];
+    f[12] = h[2];
+    f[16] = planet::Norm(h);
+    double w[3];
+    planet::Rotate(t->precFromJ2000, h, w);
+    planet::Rotate(t->eqToEcl, w, &f[13]);
+
+    const double E[3] = {sunPos->f[7], sunPos->f[8], sunPos->f[9]};
+    double g[3] = {h[0] - E[0], h[1] - E[1], h[2] - E[2]};
+    f[17] = planet::Norm(g);
+
+    // Light time: the Earth stays at the instant.
+    double d = f[17], hr[3] = {h[0], h[1], h[2]};
+    double tau = 0.0;
+    for (int k = 0; k < planet::kMaxLightIterations; ++k) {
+        tau = d * planet::kLightDays;
+        planet::HelioVector(code, jde - tau, hr);
+        for (int i = 0; i < 3; ++i) g[i] = hr[i] - E[i];
+        const double d1 = planet::Norm(g);
+        const bool done = std::fabs(d - d1) * planet::kLightDays <= planet::kLightTolerance;
+        d = d1;
+        if (done) break;
+    }
+    f[7] = hr[0];
+    f[8] = hr[1];
+    f[9] = hr[2];
+
+    const double s[3] = {g[0] - t->obsPos[0], g[1] - t->obsPos[1], g[2] - t->obsPos[2]};
+    const double delta = planet::Norm(s);
+    f[6] = delta;
+    const double u[3] = {s[0] / delta, s[1] / delta, s[2] / delta};
+    planet::ToAngles(u, &f[0], &f[1]);
+    double m[3], ecl[3], n[3];
+    planet::Rotate(t->precFromJ2000, u, m);
+    planet::Rotate(t->eqToEcl, m, ecl);
+    planet::ToAngles(ecl, &f[4], &f[5]);
+    planet::Rotate(t->nutMtx, m, n);
+    AnnualAberration(t, n, 1, n);
+    planet::ToAngles(n, &f[2], &f[3]);
+
+    double ring = 0.0;
+    if (code == 4) {
+        double lb[2], r;
+        CalcPlanetLbr(4, jde - tau, lb, &r);
+        ring = planet::SaturnRingTerm(t->t2, f[4], f[5], lb[0], lb[1], r);
+    }
+    for (int k = 20; k < 34; ++k) f[k] = -1.0;
+    if (code >= 0) {
+        f[35] = planet::Magnitude(code, f[16], delta, sunPos->f[6], ring);
+        f[34] = 2.0 * planet::kMagDiameter[code].s0 / delta;
+    } else {
+        f[35] = 0.0;
+        f[34] = 0.0;
+    }
+    const double tenths = std::floor(f[35] * 10.0 + 0.5);
+    out->i[72] = static_cast<int32_t>(tenths);
+    out->i[73] = 0;
+    GetPhase(sunPos, sunPos->f[6], out, f[6], &f[18], &f[19]);
+    return 1;
+}

@@ -1,0 +1,144 @@
+// The Sun: its geocentric vector from the best source, the Earth's
+// heliocentric ecliptic place, and CalcSun.
+#include "solar/sun/sun.h"
+
+#include <cmath>
+
+#include "kvxlib.h"
+#include "math/constants.h"
+#include "math/vec3.h"
+#include "solar/ephem/jpl_query.h"
+#include "solar/ephem/planet_xyz.h"
+#include "solar/sun/sun_theory.h"
+
+namespace kvx::sun {
+
+namespace {
+
+using vec3::EclipticToEquator;
+using vec3::Rotate;
+using vec3::ToAngles;
+
+}  // namespace
+
+void AnalyticSunVector(double jde, double v[3]) {
+    double m[9], w[3];
+    if (InFullTheoryRange(jde)) {
+        // Newcomb's place on the equator of date, precessed to B1950.0 and
+        // rotated to J2000.0 by the IAU 1976 precession between the two.
+        NewcombEquatorOfDate(jde, w);
+        GetPrecMtx(jde, kB1950Jd, m);
+        Rotate(m, w, w);
+        Rotate(kB1950ToJ2000, w, v);
+        return;
+    }
+    double lon, r;
+    ShortEclipticOfDate(jde, &lon, &r);
+    const double e[3] = {r * std::cos(DegToRad(lon)), r * std::sin(DegToRad(lon)), 0.0};
+    EclipticToEquator(GetEp(jde), e, w);
+    GetPrecMtx(jde, 2451545.0, m);
+    Rotate(m, w, v);
+}
+
+void GetSunVector(double jde, double v[3]) {
+    double p[3];
+    if (jpl::Query(-3, jde, -2, p, nullptr) || planetxyz::Lookup(-3, jde, p, nullptr)) {
+        v[0] = -p[0];
+        v[1] = -p[1];
+        v[2] = -p[2];
+    } else {
+        AnalyticSunVector(jde, v);
+        return;
+    }
+    // Blend into the theory near the ends of the position file's Earth entry
+    // (applied whichever file answered). The end itself is pure theory, the
+    // start itself pure file value.
+    double start, end, w;
+    if (!planetxyz::Range(-3, &start, &end)) return;
+    if (end - kBlendDays < jde && jde <= end)
+        w = (end - jde) / kBlendDays;
+    else if (start < jde && jde < start + kBlendDays)
+        w = (jde - start) / kBlendDays;
+    else
+        return;
+    double a[3];
+    AnalyticSunVector(jde, a);
+    for (int i = 0; i < 3; ++i) v[i] = w * v[i] + (1.0 - w) * a[i];
+}
+
+void GetEarthLbr(double jde, double lb[2], double *r) {
+    double v[3], m[9];
+    GetSunVector(jde, v);
+    const double d = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+    double u[3] = {-v[0] / d, -v[1] / d, -v[2] / d};
+    GetPrecMtx(2451545.0, jde, m);
+    Rotate(m, u, u);
+    const double eps = DegToRad(GetEp(jde));
+    const double y = u[1], z = u[2];
+    u[1] = std::cos(eps) * y + std::sin(eps) * z;
+    u[2] = -std::sin(eps) * y + std::cos(eps) * z;
+    ToAngles(u, &lb[0], &lb[1]);
+    *r = d;
+}
+
+}  // namespace kvx::sun
+
+using namespace kvx;
+
+/// Place of the Sun for an ATime, fields 1 to 20 of the Sun's BodyPos:
+/// 1-2 astrometric topocentric RA/Dec (J2000.0); 3-4 apparent RA/Dec of date
+/// (precession, nutation, annual aberration); 5-6 topocentric ecliptic
+/// longitude/latitude, mean ecliptic and equinox of date, without nutation
+/// and aberration; 7 observer-Sun distance (AU); 8-10 the Earth's
+/// heliocentric vector (J2000.0 equator, AU); 11-13 the same on the mean
+/// ecliptic of date; 14 geocentric distance; 15 topocentric semi-diameter
+/// (degrees, solar radius 696000 km); 16 P, 17 B0, 18 heliographic longitude
+/// of the centre from the node of the solar equator, 19 L0 (Carrington,
+/// 0..360), all degrees; 20 = -1.0 (no phase). The geometric vector of the
+/// instant is used (no light time; aberration only). Must be called before
+/// CalcPlanet, CalcMoon and CalcComet for the same ATime. Null pointers do
+/// nothing.
+extern "C" void CalcSun(ATime *t, BodyPos *out) {
+    if (!t || !out) return;
+    double *f = out->f;
+    double v[3];
+    sun::GetSunVector(t->jde, v);
+    f[13] = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+    double e[3] = {-v[0], -v[1], -v[2]};
+    f[7] = e[0];
+    f[8] = e[1];
+    f[9] = e[2];
+    sun::Rotate(t->precFromJ2000, e, e);
+    sun::Rotate(t->eqToEcl, e, &f[10]);
+
+    double s[3] = {v[0] - t->obsPos[0], v[1] - t->obsPos[1], v[2] - t->obsPos[2]};
+    const double d = std::sqrt(s[0] * s[0] + s[1] * s[1] + s[2] * s[2]);
+    f[6] = d;
+    double u[3] = {s[0] / d, s[1] / d, s[2] / d};
+    sun::ToAngles(u, &f[0], &f[1]);
+
+    double m[3], ecl[3];
+    sun::Rotate(t->precFromJ2000, u, m);
+    sun::Rotate(t->eqToEcl, m, ecl);
+    sun::ToAngles(ecl, &f[4], &f[5]);
+    double n[3];
+    sun::Rotate(t->nutMtx, m, n);
+    AnnualAberration(t, n, 1, n);
+    sun::ToAngles(n, &f[2], &f[3]);
+
+    // Physical ephemeris (Carrington's elements of the solar equator).
+    const double lambda = f[4];
+    const double T = (t->jd - 2415020.0) / 36525.0;
+    const double I = 7.25, K = 74.3646 + 1.395833 * T;
+    const double lambda1 = lambda - 0.00479 * std::sin(DegToRad(259.18 - 1934.142 * T));
+    const double x = RadToDeg(std::atan(-std::cos(DegToRad(lambda1)) * std::tan(DegToRad(t->eps))));
+    const double sLK = std::sin(DegToRad(lambda - K)), cLK = std::cos(DegToRad(lambda - K));
+    const double y = RadToDeg(std::atan(-cLK * std::tan(DegToRad(I))));
+    f[15] = x + y;
+    f[16] = RadToDeg(std::asin(sLK * std::sin(DegToRad(I))));
+    const double eta = RadToDeg(std::atan2(-sLK * std::cos(DegToRad(I)), -cLK));
+    f[17] = eta;
+    f[18] = vec3::Reduce360(eta - (t->jd - 2398220.0) * 360.0 / 25.38);
+    f[14] = RadToDeg(std::atan(696000.0 / d / 149597870.0));
+    f[19] = -1.0;
+}

@@ -1,0 +1,321 @@
+// The JPL DE reader against Swiss Ephemeris reading the same DE405 excerpt
+// (tests/reference/make_jpl_reference.py), against the Swiss Ephemeris lunar
+// file, and its edge cases: the exact end date, the record cache, the
+// Earth/Moon pair, refused versions, "OnMemory", the KQ variant and the
+// diagnostics.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "kvxlib.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/ephem/jpl_query.h"
+#include "test_support.h"
+
+namespace {
+
+using kvx::jpl::Reader;
+using kvx::test::ReadRows;
+using kvx::test::ReferencePath;
+using kvx::test::TestDataPath;
+
+const std::string kDe = TestDataPath("de405_2000.bin");
+constexpr double kStart = 2451536.5, kEnd = 2452272.5;
+
+struct ReaderPtr {
+    Reader *r;
+    explicit ReaderPtr(const std::string &path) : r(kvx::jpl::Open(path.c_str())) {}
+    ~ReaderPtr() { kvx::jpl::Close(r); }
+};
+
+int Eval(Reader *r, double jd, int target, int centre, double pv[6]) {
+    r->velocityWanted = 1;
+    return kvx::jpl::Evaluate(r, jd, target, centre, pv);
+}
+
+// The largest coordinate of a body relative to the barycentre is about 40
+// AU (Pluto), of a velocity 0.03 AU/day; both readers sum the same
+// coefficients in double precision, so they agree to a few units of the
+// last place of those magnitudes.
+constexpr double kPosTol = 2e-14;   // AU
+constexpr double kVelTol = 2e-17;   // AU/day
+// The reference libration rates are central differences of Swiss
+// Ephemeris's angles (it gives no rates): truncation about 1e-10 and the
+// rounding of psi (~2600 rad, ulp 4.5e-13) over 0.002 day about 2e-10.
+constexpr double kLibrationRateTol = 1e-9;  // rad/day
+
+TEST(JplDeReader, OpensTheDe405ExcerptHeader) {
+    ReaderPtr de(kDe);
+    ASSERT_NE(de.r, nullptr);
+    EXPECT_EQ(de.r->deNumber, 405);
+    EXPECT_EQ(de.r->startJd, kStart);
+    EXPECT_EQ(de.r->endJd, kEnd);
+    EXPECT_EQ(de.r->stepDays, 32.0);
+    EXPECT_EQ(de.r->au, 149597870.691);
+    EXPECT_EQ(de.r->emrat, 81.30056);
+    EXPECT_EQ(de.r->numberOfConstants, 156);
+    EXPECT_EQ(de.r->coefficientsPerRecord, 1018);
+    EXPECT_EQ(de.r->recordBytes, 8144);
+    EXPECT_EQ(de.r->coefficientSize, 8);
+    EXPECT_EQ(de.r->cachedRecord, -1);
+    // Moon (entry 10): 13 coefficients, 8 sub-intervals; nutations 2
+    // coordinates; librations 10 coefficients, 4 sub-intervals.
+    EXPECT_EQ(de.r->pointers[9].first, 441);
+    EXPECT_EQ(de.r->pointers[9].count, 13);
+    EXPECT_EQ(de.r->pointers[9].subintervals, 8);
+    EXPECT_EQ(de.r->pointers[11].components, 2);
+    EXPECT_EQ(de.r->pointers[12].first, 899);
+    EXPECT_EQ(de.r->moonFactor, 1.0 / (1.0 + 81.30056));
+    EXPECT_EQ(de.r->earthFactor, 81.30056 / (1.0 + 81.30056));
+}
+
+TEST(JplDeReader, AgreesWithSwissEphemerisOnEveryBodyNutationsAndLibrations) {
+    ReaderPtr de(kDe);
+    ASSERT_NE(de.r, nullptr);
+    const auto rows = ReadRows(ReferencePath("jpl_barycentric.txt"));
+    ASSERT_EQ(rows.size(), 3200u);
+    double worstPos = 0, worstVel = 0, worstAngle = 0, worstRate = 0;
+    for (const auto &row : rows) {
+        const int target = static_cast<int>(row[1]);
+        const int centre = row[2] == 0 ? 1 : static_cast<int>(row[2]);  // centre unused for 14, 15
+        double pv[6];
+        ASSERT_EQ(Eval(de.r, row[0], target, centre, pv), 0) << row[0] << " " << target;
+        for (int i = 0; i < 3; ++i) {
+            const double dp = std::fabs(pv[i] - row[3 + i]), dv = std::fabs(pv[3 + i] - row[6 + i]);
+            if (target >= 14) {
+                worstAngle = std::max(worstAngle, dp), worstRate = std::max(worstRate, dv);
+            } else {
+                worstPos = std::max(worstPos, dp), worstVel = std::max(worstVel, dv);
+            }
+            ASSERT_NEAR(pv[i], row[3 + i], kPosTol) << "jd " << row[0] << " target " << target << " axis " << i;
+            ASSERT_NEAR(pv[3 + i], row[6 + i], target == 15 ? kLibrationRateTol : kVelTol)
+                << "jd " << row[0] << " target " << target << " axis " << i;
+        }
+    }
+    RecordProperty("max_position_error_au", std::to_string(worstPos));
+    RecordProperty("max_velocity_error_au_per_day", std::to_string(worstVel));
+    std::printf("DE reader vs Swiss Ephemeris: position %.3g AU, velocity %.3g AU/d, "
+                "nutation/libration %.3g rad, %.3g rad/d\n",
+                worstPos, worstVel, worstAngle, worstRate);
+}
+
+TEST(JplDeReader, QueryAnswersEveryBodyPairOfTheLibraryCodes) {
+    ASSERT_TRUE(kvx::jpl::OpenMain(kDe.c_str(), false));
+    const auto rows = ReadRows(ReferencePath("jpl_pairs.txt"));
+    ASSERT_EQ(rows.size(), 660u);
+    for (const auto &row : rows) {
+        double p[3], v[3];
+        ASSERT_EQ(kvx::jpl::Query(static_cast<int>(row[1]), row[0], static_cast<int>(row[2]), p, v), 1);
+        for (int i = 0; i < 3; ++i) {
+            ASSERT_NEAR(p[i], row[3 + i], kPosTol) << row[0] << " " << row[1] << " " << row[2];
+            ASSERT_NEAR(v[i], row[6 + i], kVelTol) << row[0] << " " << row[1] << " " << row[2];
+        }
+    }
+    // Velocity is optional; codes without a JPL body, and the nutations as a
+    // centre, answer 0.
+    double p[3];
+    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -3, p, nullptr), 1);
+    EXPECT_EQ(kvx::jpl::Query(8, 2451545.0, -2, p, nullptr), 0);   // Eris
+    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -4, p, nullptr), 0);
+    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -30, p, nullptr), 0);
+    EXPECT_EQ(kvx::jpl::Query(-2, kEnd + 1.0, -3, p, nullptr), 0);
+    // Nutations as the nutation code asks for them (centre code 0).
+    ASSERT_EQ(kvx::jpl::Query(-30, 2451545.0, 0, p, nullptr), 1);
+    EXPECT_NEAR(p[0], -6.750248558835453e-05, 1e-18);
+    EXPECT_NEAR(p[1], -2.7992211590523916e-05, 1e-18);
+    EXPECT_EQ(GetJplDeVersion(), 405);
+    kvx::jpl::CloseMain();
+    EXPECT_EQ(GetJplDeVersion(), -1);
+    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -3, p, nullptr), 0);
+}
+
+// The file's content checked against another fit of the JPL ephemerides:
+// Swiss Ephemeris's lunar file is a compression of DE431, so it differs from
+// DE405 by the two ephemerides' difference plus the compression error.
+TEST(JplDeReader, GeocentricMoonAgreesWithTheSwissEphemerisLunarFile) {
+    ReaderPtr de(kDe);
+    const auto rows = ReadRows(ReferencePath("jpl_moon_se1.txt"));
+    ASSERT_EQ(rows.size(), 60u);
+    double worst = 0;
+    for (const auto &row : rows) {
+        double pv[6];
+        ASSERT_EQ(Eval(de.r, row[0], 10, 3, pv), 0);
+        const double d = std::hypot(pv[0] - row[1], pv[1] - row[2], pv[2] - row[3]) * 149597870.691;
+        worst = std::max(worst, d);
+    }
+    std::printf("geocentric Moon, DE405 excerpt vs semo_18.se1: %.1f m\n", worst * 1000.0);
+    EXPECT_LT(worst, 0.1);  // km: tens of metres
+}
+
+TEST(JplDeReader, ExactEndUsesTheLastRecordAndAMomentLaterFails) {
+    ReaderPtr de(kDe);
+    double pv[6];
+    ASSERT_EQ(Eval(de.r, kEnd, 10, 3, pv), 0);
+    EXPECT_EQ(de.r->cachedRecord, 2 + 22);  // the 23rd data record, not one past it
+    EXPECT_EQ(Eval(de.r, std::nextafter(kEnd, 1e10), 10, 3, pv), kvx::jpl::kOutOfRange);
+    EXPECT_EQ(Eval(de.r, std::nextafter(kStart, 0.0), 10, 3, pv), kvx::jpl::kOutOfRange);
+    EXPECT_EQ(Eval(de.r, std::nan(""), 10, 3, pv), kvx::jpl::kOutOfRange);
+    ASSERT_EQ(Eval(de.r, kStart, 10, 3, pv), 0);
+    EXPECT_EQ(de.r->cachedRecord, 2);
+}
+
+TEST(JplDeReader, SuccessiveQueriesInOneRecordReadTheFileOnce) {
+    ReaderPtr de(kDe);
+    double a[6], b[6];
+    ASSERT_EQ(Eval(de.r, 2451545.0, 5, 11, a), 0);
+    const int record = de.r->cachedRecord;
+    // Mark the buffered record: a second query in the same record must use
+    // the buffer as it is, one in another record must read afresh.
+    de.r->buffer[2] += 1e6;  // Mercury x, constant term of the first 8-day sub-interval
+    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
+    EXPECT_EQ(de.r->cachedRecord, record);
+    double fresh[6];
+    {
+        ReaderPtr other(kDe);
+        ASSERT_EQ(Eval(other.r, 2451540.0, 1, 12, fresh), 0);
+    }
+    EXPECT_NEAR(b[0] - fresh[0], 1e6 / 149597870.691, 1e-12);
+    ASSERT_EQ(Eval(de.r, 2451600.0, 1, 12, b), 0);
+    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
+    EXPECT_EQ(b[0], fresh[0]);
+}
+
+TEST(JplDeReader, EarthFromMoonIsMinusMoonFromEarth) {
+    ReaderPtr de(kDe);
+    for (double jd : {kStart, 2451545.0, 2451900.3, kEnd}) {
+        double em[6], me[6];
+        ASSERT_EQ(Eval(de.r, jd, 3, 10, em), 0);
+        ASSERT_EQ(Eval(de.r, jd, 10, 3, me), 0);
+        // Earth - barycentric Moon cancels the barycentre's position (~1 AU):
+        // a few units of its last place (1.1e-16) remain.
+        for (int i = 0; i < 6; ++i) EXPECT_NEAR(em[i], -me[i], 4.4e-16) << jd << " " << i;
+    }
+}
+
+TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
+    ReaderPtr de(kDe);
+    double pv[6];
+    EXPECT_EQ(Eval(de.r, 2451545.0, 0, 3, pv), kvx::jpl::kBadTarget);
+    EXPECT_EQ(Eval(de.r, 2451545.0, 16, 3, pv), kvx::jpl::kBadTarget);
+    EXPECT_EQ(Eval(de.r, 2451545.0, 3, 0, pv), kvx::jpl::kBadTarget);
+    EXPECT_EQ(Eval(de.r, 2451545.0, 3, 13, pv), kvx::jpl::kBadCentre);
+    EXPECT_EQ(Eval(de.r, 2451545.0, 5, 5, pv), kvx::jpl::kBadTargetCentre);
+    EXPECT_EQ(Eval(de.r, 1e9, 0, 0, pv), kvx::jpl::kOutOfRange);  // the date is checked first
+    // Barycentre and Earth-Moon barycentre as targets.
+    ASSERT_EQ(Eval(de.r, 2451545.0, 12, 11, pv), 0);
+    double sun[6];
+    ASSERT_EQ(Eval(de.r, 2451545.0, 11, 12, sun), 0);
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(pv[i], -sun[i]);
+    double emb[6], earth[6], moon[6];
+    ASSERT_EQ(Eval(de.r, 2451545.0, 13, 12, emb), 0);
+    ASSERT_EQ(Eval(de.r, 2451545.0, 3, 12, earth), 0);
+    ASSERT_EQ(Eval(de.r, 2451545.0, 10, 12, moon), 0);
+    for (int i = 0; i < 3; ++i)  // the barycentre of the pair, weighted by EMRAT
+        EXPECT_NEAR(emb[i], (81.30056 * earth[i] + moon[i]) / 82.30056, 4.4e-16);
+    EXPECT_EQ(kvx::jpl::Evaluate(nullptr, 2451545.0, 3, 11, pv), kvx::jpl::kNotReady);
+}
+
+TEST(JplDeReader, VelocitiesAreTheDerivativeOfPositions) {
+    ReaderPtr de(kDe);
+    // Central difference over +-2^-10 day inside one Moon sub-interval (a
+    // power of two, so jd +- h is exact): truncation h^2/6 |x'''| stays below
+    // 3e-11 (Mercury), rounding below 3e-13 (libration psi ~2600 rad).
+    for (int target : {1, 3, 5, 10, 11, 14, 15}) {
+        const double jd = 2451547.3, h = 1.0 / 1024;
+        double a[6], b[6], c[6];
+        ASSERT_EQ(Eval(de.r, jd - h, target, target == 3 ? 11 : 3, a), 0);
+        ASSERT_EQ(Eval(de.r, jd + h, target, target == 3 ? 11 : 3, b), 0);
+        ASSERT_EQ(Eval(de.r, jd, target, target == 3 ? 11 : 3, c), 0);
+        for (int i = 0; i < 3; ++i) EXPECT_NEAR((b[i] - a[i]) / (2 * h), c[3 + i], 1e-10) << target << " " << i;
+    }
+}
+
+TEST(JplDeReader, RefusesVersionsOutsideTheTableWithOneLine) {
+    for (const char *name : {"de421.bin", "de_version_low.bin"}) {
+        const std::string path = TestDataPath("hostile/") + name;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(kvx::jpl::Open(path.c_str()), nullptr) << name;
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "read JPL header failed. file=" + path + "\n");
+    }
+}
+
+TEST(JplDeReader, OnMemoryHandleAnswersNothing) {
+    ReaderPtr de(kDe);
+    ASSERT_TRUE(kvx::jpl::ReadIntoMemory(de.r));
+    EXPECT_EQ(de.r->stream, nullptr);
+    EXPECT_NE(de.r->memoryImage, nullptr);
+    EXPECT_EQ(de.r->memoryEnd - de.r->memoryImage, 203600);
+    double pv[6];
+    EXPECT_EQ(Eval(de.r, 2451545.0, 10, 3, pv), kvx::jpl::kNotReady);
+
+    testing::internal::CaptureStderr();
+    ASSERT_TRUE(kvx::jpl::OpenMain(kDe.c_str(), true));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    double p[3];
+    EXPECT_EQ(kvx::jpl::Query(-1, 2451545.0, -3, p, nullptr), 0);
+    EXPECT_EQ(kvx::jpl::Query(-30, 2451545.0, 0, p, nullptr), 0);
+    EXPECT_EQ(GetJplDeVersion(), 405);
+    kvx::jpl::CloseMain();
+}
+
+TEST(JplDeReader, KqFileGivesTheSameValuesAsTheDeFile) {
+    ReaderPtr kq(TestDataPath("hostile/kq_valid.bin"));  // first two records of the excerpt
+    ReaderPtr de(kDe);
+    ASSERT_NE(kq.r, nullptr);
+    EXPECT_EQ(kq.r->deNumber, 405);
+    EXPECT_EQ(kq.r->endJd, kStart + 64.0);
+    EXPECT_EQ(kq.r->pointers[11].components, 2);
+    for (double jd : {kStart, kStart + 17.25, kStart + 32.0, kStart + 63.9}) {
+        for (int t : {1, 3, 10, 11, 14, 15}) {
+            double a[6], b[6];
+            ASSERT_EQ(Eval(kq.r, jd, t, t == 3 ? 11 : 3, a), 0);
+            ASSERT_EQ(Eval(de.r, jd, t, t == 3 ? 11 : 3, b), 0);
+            for (int i = 0; i < 6; ++i) EXPECT_EQ(a[i], b[i]) << jd << " " << t;
+        }
+    }
+    // At its end the KQ file evaluates its last record at fraction 1, the DE
+    // file the next record at 0: equal within the ephemeris's continuity at
+    // record boundaries (measured 6e-17 AU).
+    double a[6], b[6];
+    ASSERT_EQ(Eval(kq.r, kStart + 64.0, 3, 11, a), 0);
+    ASSERT_EQ(Eval(de.r, kStart + 64.0, 3, 11, b), 0);
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(a[i], b[i], 2.2e-16);
+}
+
+TEST(JplDeReader, MoonFileHoldsTheMoonEarthAndSunOfTheDeFile) {
+    ASSERT_EQ(kvx::jpl::LoadMoonFile(TestDataPath("moon.xyz").c_str()), 1);
+    EXPECT_EQ(IsValidMoonXyzFile(), 1);
+    EXPECT_EQ(kvx::jpl::MoonHandle()->coefficientsPerRecord, 458);
+    ReaderPtr de(kDe);
+    for (double jd : {2451568.5, 2451600.123, 2451700.0, 2451728.4}) {
+        for (auto [t, c] : {std::pair{10, 3}, {3, 11}, {10, 11}}) {
+            double p[3], v[3], pv[6];
+            ASSERT_EQ(kvx::jpl::MoonQuery(t, jd, c, p, v), 1) << jd;
+            ASSERT_EQ(Eval(de.r, jd, t, c, pv), 0);
+            for (int i = 0; i < 3; ++i) {
+                EXPECT_EQ(p[i], pv[i]);
+                EXPECT_EQ(v[i], pv[3 + i]);
+            }
+        }
+    }
+    double p[3];
+    EXPECT_EQ(kvx::jpl::MoonQuery(5, 2451600.0, 11, p, nullptr), 0);   // Jupiter is not in it
+    EXPECT_EQ(kvx::jpl::MoonQuery(14, 2451600.0, 3, p, nullptr), 0);   // nor the nutations
+    EXPECT_EQ(kvx::jpl::MoonQuery(10, 2451500.0, 3, p, nullptr), 0);   // before its range
+    kvx::jpl::CloseMoon();
+    EXPECT_EQ(IsValidMoonXyzFile(), 0);
+    EXPECT_EQ(kvx::jpl::MoonQuery(10, 2451600.0, 3, p, nullptr), 0);
+}
+
+TEST(JplDeReader, LibraryCodesMapToJplNumbers) {
+    const int expected[][2] = {{-31, 15}, {-30, 14}, {-3, 3}, {-2, 11}, {-1, 10}, {0, 1}, {1, 2}, {2, 4},
+                               {3, 5},    {4, 6},    {5, 7},  {6, 8},   {7, 9},   {8, 0}, {-4, 0}, {12, 0}};
+    for (const auto &e : expected) EXPECT_EQ(kvx::jpl::JplNumber(e[0]), e[1]) << e[0];
+}
+
+}  // namespace
