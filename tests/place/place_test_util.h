@@ -6,27 +6,9 @@
 #include <vector>
 
 #include "kvxlib.h"
+#include "support/angles.h"
 
 namespace kvx::test {
-
-inline constexpr double kRadToArcsec = 206264.80624709636;
-
-// Angle between two (not necessarily unit) vectors, arcseconds.
-inline double SepArcsec(const double a[3], const double b[3]) {
-    const double cx = a[1] * b[2] - a[2] * b[1], cy = a[2] * b[0] - a[0] * b[2], cz = a[0] * b[1] - a[1] * b[0];
-    const double s = std::sqrt(cx * cx + cy * cy + cz * cz);
-    const double c = a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-    return std::atan2(s, c) * kRadToArcsec;
-}
-
-// Angle between two directions given in degrees, arcseconds.
-inline double SepArcsec(const Ad &a, const Ad &b) {
-    Dc u, v;
-    AdToDc(&a, &u);
-    AdToDc(&b, &v);
-    const double x[3] = {u.x, u.y, u.z}, y[3] = {v.x, v.y, v.z};
-    return SepArcsec(x, y);
-}
 
 inline void Transpose(const double m[9], double out[9]) {
     for (int i = 0; i < 3; ++i)
