@@ -736,9 +736,13 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
  * degrees near its usual date in `year`: inverse four-point interpolation
  * over 0h UT samples two days before to one day after that date. The
  * longitude must be one of the codes of the year table: the 24 terms
- * (multiples of 15) and 27, 80, 100, 117, 207, 297; any other value
- * returns 0.0. Uses the Sun's current source (JPL DE file when it covers
- * the date, else the built-in theory). */
+ * (multiples of 15) and 27, 80, 100, 117, 207, 297; the counted days'
+ * codes -1..-5 are also accepted (as longitudes 359..355 near those days'
+ * dates, of no use); any other value returns 0.0. The search starts from
+ * the table's usual date: for 45 degrees that is 1 May, four to five days
+ * before the term, and the instant is extrapolated (up to about 20 s less
+ * accurate than the other terms). Uses the Sun's current source (JPL DE
+ * file when it covers the date, else the built-in theory). */
 KVX_API double GetSunLongJD(int32_t year, int32_t longitude);
 
 /* The year table: 35 entries of a civil year in a zone (zoneHours east of

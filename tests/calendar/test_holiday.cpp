@@ -188,13 +188,11 @@ TEST(HolidayRules, EquinoxFormula) {
     EXPECT_EQ(KindOn(2151, 9, 23), 7);
     EXPECT_EQ(YearList(1947).size(), 0u);
     EXPECT_EQ(KindOn(1948, 9, 23), 7);  // the first holiday of the act
-    // Spot values of the formula per range (q1 = (Y - 1983) / 4 before 1980).
+    // The ranges the Sun comparison below does not reach: 1899 uses q1 and
+    // the offset 19.8277; 2101-2150 the offsets 21.851 and 24.2488.
     EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1899), 21);
-    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1960), 20);
-    EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(1979), 24);
-    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2024), 20);
-    EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(2024), 22);
-    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2100), 20);  // 21.851 - 30 + 29.06
+    EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(1899), 23);
+    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2150), 21);
     EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(2150), 23);
 }
 
@@ -220,15 +218,6 @@ TEST(HolidayRules, EquinoxFormulaAgainstTheSun) {
     std::string text;
     for (const auto &w : wrong) text += w + " ";
     EXPECT_TRUE(wrong.empty()) << "formula differs from the Sun: " << text;
-}
-
-TEST(HolidayRules, CalendarHelpers) {
-    EXPECT_EQ(kvx::holiday::DaysInMonth(2000, 2), 29);
-    EXPECT_EQ(kvx::holiday::DaysInMonth(1900, 2), 28);
-    EXPECT_EQ(kvx::holiday::DaysInMonth(1500, 2), 29);  // Julian rule before 1583
-    EXPECT_EQ(kvx::holiday::DaysInMonth(2023, 13), -1);
-    EXPECT_EQ(kvx::holiday::Weekday(2000, 1, 1), 6);
-    EXPECT_EQ(kvx::holiday::Weekday(-4712, 1, 1), 1);
 }
 
 TEST(HolidayRules, IndexAndAbsurdYears) {

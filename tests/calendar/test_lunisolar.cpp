@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -19,19 +18,20 @@ namespace {
 
 using kvx::test::Reference;
 
-struct Lunation {
+// A lunisolar month by its first civil day (a Julian date ending in .5).
+struct Month {
     double start;
-    int month;
+    int number;
 };
 
 // The table of key year K in zone tz, built through a conversion in June.
-std::vector<Lunation> KeyTable(int key, double tz) {
+std::vector<Month> KeyTable(int key, double tz) {
     const ADate civil{key, 6, 15, 0, 0, 0.0, tz};
     ADate old{};
     Calender_NewToOld(&civil, &old);
-    std::vector<Lunation> out;
-    Lunation l{};
-    for (int i = 0; Calender_GetTable(i, &l.start, &l.month) == i; ++i) out.push_back(l);
+    std::vector<Month> out;
+    Month l{};
+    for (int i = 0; Calender_GetTable(i, &l.start, &l.number) == i; ++i) out.push_back(l);
     return out;
 }
 
@@ -42,12 +42,6 @@ std::string DateText(double jd) {
     std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", d.year, d.month, d.day);
     return buf;
 }
-
-// A lunisolar month by its first civil day (a Julian date ending in .5).
-struct Month {
-    double start;
-    int number;
-};
 
 // Month and day of a civil day in a list of months sorted by start; false
 // outside the list.
@@ -249,7 +243,7 @@ TEST(LunisolarCalendar, LeapMonthOf2023AndTheSolsticeLeapOf2033) {
     EXPECT_EQ(civil.tz, 9.0);
     // Exactly one leap month among the months in use for 2023.
     int leaps = 0;
-    for (const auto &l : KeyTable(2023, 9.0)) leaps += l.month < 0;
+    for (const auto &l : KeyTable(2023, 9.0)) leaps += l.number < 0;
     EXPECT_EQ(leaps, 1);
     // 2033: the lunation of 22 November holds both 240 and 270 degrees and
     // stays month 11; the next, without a principal term, is leap 11.
@@ -320,7 +314,7 @@ TEST(LunisolarCalendar, DayAboveThirtyLosesThirty) {
             ADate old{};
             NewToOld(Old(y, mo, static_cast<int>(d), 0.0), &old);
             EXPECT_EQ(old.day, 6);
-            EXPECT_EQ(old.month, t[i].month);
+            EXPECT_EQ(old.month, t[i].number);
             tested = true;
         }
     }
