@@ -20,12 +20,11 @@
 //    geocentric direction referred to the observer's horizon through the
 //    local apparent sidereal time; no refraction, no diurnal parallax.
 #include "kvxlib.h"
+#include "math/constants.h"
 #include "place/apparent.h"
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
-constexpr double kB1950 = 2433282.42346;
 
 // The constant frame matrices, computed once.
 struct FixedFrames {
@@ -39,9 +38,9 @@ struct FixedFrames {
     double eqZ1[9], eqX[9], eqZ2[9];
 
     FixedFrames() {
-        GetPrecMtx(kB1950, kJ2000, b1950ToJ2000);
-        GetPrecMtx(kJ2000, kB1950, j2000ToB1950);
-        const double eps0 = GetEp(kJ2000);
+        GetPrecMtx(kvx::kB1950, kvx::kJ2000, b1950ToJ2000);
+        GetPrecMtx(kvx::kJ2000, kvx::kB1950, j2000ToB1950);
+        const double eps0 = GetEp(kvx::kJ2000);
         RotateX(-eps0, eclJ2000ToEq);
         RotateX(eps0, eqToEclJ2000);
         RotateZ(33.0, galZ1);

@@ -11,13 +11,12 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "math/constants.h"
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
-
 double TanDeg(double a) {
-    const double r = a * kPi / 180.0;
+    const double r = kvx::DegToRad(a);
     return std::sin(r) / std::cos(r);
 }
 

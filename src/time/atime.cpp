@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr double kEarthRadiusKm = 6378.137;
 constexpr double kEarthFlattening = 0.003352810681182319;  // 1 / 298.257222101
 constexpr double kEarthE2 = 0.006694380022900787;          // (2 - f) f
 constexpr double kEarthOneMinusE2 = 0.9933056199770992;    // 1 - e^2
@@ -36,7 +35,7 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     } else {
         t->obsLatitude = 0.0;
         t->obsLongitude = 0.0;
-        t->obsHeight = -6378137.0;
+        t->obsHeight = -kvx::kEarthRadiusKm * 1000.0;
     }
     t->t = GetT(t->jde);
     t->t2 = GetT2(t->jde);
@@ -47,11 +46,11 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     t->lst = GetLst2(t->jd, t->eps, t->nutation[0], t->obsLongitude);
     RotateX(t->eps, t->eqToEcl);
     RotateX(-t->eps, t->eclToEq);
-    GetPrecMtx(t->jde, 2451545.0, t->precToJ2000);
-    GetPrecMtx(2451545.0, t->jde, t->precFromJ2000);
+    GetPrecMtx(t->jde, kvx::kJ2000, t->precToJ2000);
+    GetPrecMtx(kvx::kJ2000, t->jde, t->precFromJ2000);
     t->epsTrue = t->nutation[1] + t->eps;
     if (obs && libraryDeltaT)
-        ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, t->obsPos);
+        ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kvx::kEarthRadiusKm, t->obsPos);
     else
         GetTopocenter(obs, t->jd, t->obsPos);
 }
@@ -73,7 +72,7 @@ void ObserverVector(const Observer *obs, double jd, double theta, double e2, dou
     const double c = std::cos(th), s = std::sin(th);
     const Dc v{(c * x1 - s * y1) * kAuPerKm, (c * y1 + s * x1) * kAuPerKm, (oneMinusE2 * n + h) * sinPhi * kAuPerKm};
     double m[9];
-    GetPrecMtx(jd, 2451545.0, m);
+    GetPrecMtx(jd, kvx::kJ2000, m);
     Dc w;
     RotateDc(&v, m, &w);
     out[0] = w.x;
@@ -131,7 +130,7 @@ extern "C" void SetATimeJd2(double jd, double deltaT, double tz, const Observer 
     if (!out) return;
     LocalDate(jd, tz, out);
     out->jd = jd;
-    out->jde = jd + deltaT / 86400.0;
+    out->jde = jd + deltaT / kvx::kSecondsPerDay;
     CommonFill(obs, false, out);
 }
 
@@ -141,7 +140,7 @@ extern "C" void SetATimeJd2(double jd, double deltaT, double tz, const Observer 
 /// is the IAU 1982 series in seconds, the equation of the equinoxes
 /// dpsi cos(eps) (no further terms).
 extern "C" double GetLst2(double jd, double obliquity, double dpsi, double longitude) {
-    const double t = (jd - 2451545.0) / 36525.0;
+    const double t = (jd - kvx::kJ2000) / kvx::kDaysPerCentury;
     const double theta = 67310.54841 + 3164400184.812866 * t + 0.093104 * t * t - 6.2e-6 * t * t * t;
     const double h = std::cos(kvx::DegToRad(obliquity)) * dpsi / 15.0 + theta / 3600.0 + longitude / 15.0;
     return hourmal(h) / 24.0 * 360.0;
@@ -170,7 +169,7 @@ extern "C" void GetTopocenter(const Observer *obs, double jd, double out[3]) {
         return;
     }
     const double theta = GetLst(jd, obs->longitude) - obs->longitude;
-    ObserverVector(obs, jd, theta, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, out);
+    ObserverVector(obs, jd, theta, kEarthE2, kEarthOneMinusE2, kvx::kEarthRadiusKm, out);
 }
 
 /// ObsToPcEqtXyz: an observer on any body's ellipsoid (flattening f,
@@ -193,7 +192,7 @@ extern "C" void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, doub
 /// apparent sidereal time GetLst(jd, 0) (jd universal time).
 extern "C" void ObsToGcEqtXyz(const Observer *obs, double jd, double out[3]) {
     if (!out) return;
-    ObsToPcEqtXyz(obs, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+    ObsToPcEqtXyz(obs, jd, GetLst(jd, 0.0), kEarthFlattening, kvx::kEarthRadiusKm, out);
 }
 
 /// PcEqtXyzToObs: the inverse of ObsToPcEqtXyz: a body-centred vector (AU,
@@ -215,11 +214,11 @@ extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, doub
     }
     const double e2 = (2.0 - flattening) * flattening;
     double m[9];
-    GetPrecMtx(2451545.0, jd, m);
+    GetPrecMtx(kvx::kJ2000, jd, m);
     const Dc v{xyz[0], xyz[1], xyz[2]};
     Dc w;
     RotateDc(&v, m, &w);
-    const double x = w.x * 149597870.0, y = w.y * 149597870.0, z = w.z * 149597870.0;
+    const double x = w.x * kvx::kKmPerAu, y = w.y * kvx::kKmPerAu, z = w.z * kvx::kKmPerAu;
 
     const double longitude = degmal(kvx::RadToDeg(std::atan2(y, x)) - theta);
     const double p = std::sqrt(x * x + y * y);
@@ -242,5 +241,5 @@ extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, doub
 /// apparent sidereal time GetLst(jd, 0) (jd universal time).
 extern "C" void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out) {
     if (!xyz || !out) return;
-    PcEqtXyzToObs(xyz, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+    PcEqtXyzToObs(xyz, jd, GetLst(jd, 0.0), kEarthFlattening, kvx::kEarthRadiusKm, out);
 }

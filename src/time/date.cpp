@@ -231,13 +231,13 @@ extern "C" double GetT(double jd) {
 }
 
 /// GetT2: Julian centuries from J2000.0, (jd - 2451545.0) / 36525.0.
-extern "C" double GetT2(double jd) { return (jd - 2451545.0) / 36525.0; }
+extern "C" double GetT2(double jd) { return (jd - kvx::kJ2000) / kvx::kDaysPerCentury; }
 
 /// GetEp: IAU 2006 mean obliquity of the ecliptic in degrees (Capitaine et
 /// al. 2003 coefficients, divided by 3600) at a dynamical Julian date; the
 /// centuries from J2000.0 are clamped to -30..30.
 extern "C" double GetEp(double jde) {
-    double t = (jde - 2451545.0) / 36525.0;
+    double t = (jde - kvx::kJ2000) / kvx::kDaysPerCentury;
     if (t < -30.0) t = -30.0;
     if (t > 30.0) t = 30.0;
     const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;

@@ -28,7 +28,7 @@ extern "C" void GetNutationParam(double jde, double out[2]) {
     }
     if (jde < 1355795.0) jde = 1355795.0;
     if (jde > 3547295.0) jde = 3547295.0;
-    const double t = (jde - 2451545.0) / 36525.0;
+    const double t = (jde - kvx::kJ2000) / kvx::kDaysPerCentury;
     double sums[2];
     kvx::nut::Iau1980Truncated(t, sums);
     out[0] = sums[0] / 3600.0 * 0.0001;

@@ -26,7 +26,7 @@ constexpr double kThirtyCenturies = 1095750.0;  // days
 }  // namespace
 
 void BiasPrecession(double jd, double out[9]) {
-    const double t = (jd - 2451545.0) / 36525.0;
+    const double t = (jd - kJ2000) / kDaysPerCentury;
     const double epsA = GetEp(jd);
     const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;
     const double gamma =
@@ -68,12 +68,12 @@ extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
         UnitMatrix(out);
         return;
     }
-    const double tFrom = (fromJd - 2451545.0) / 36525.0;
+    const double tFrom = (fromJd - kvx::kJ2000) / kvx::kDaysPerCentury;
     const bool exchange = tFrom < -30.0 || tFrom > 30.0;
     const double start = exchange ? toJd : fromJd;
     const double end = exchange ? fromJd : toJd;
 
-    double span = (end - start) / 36525.0;
+    double span = (end - start) / kvx::kDaysPerCentury;
     int clamped = 0;
     double extensionEpoch = 0.0;
     if (span < -30.0) {
@@ -85,11 +85,11 @@ extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
         clamped = 1;
         extensionEpoch = kvx::prec::kClampLate;
     }
-    const double clampedEnd = start + 36525.0 * span;
+    const double clampedEnd = start + kvx::kDaysPerCentury * span;
 
     double m[9];
     kvx::prec::BiasPrecession(clampedEnd, m);
-    if (std::fabs(start - 2451545.0) >= 1.0) {
+    if (std::fabs(start - kvx::kJ2000) >= 1.0) {
         double p[9], inv[9];
         kvx::prec::BiasPrecession(start, p);
         GetInvMatrix(p, inv);

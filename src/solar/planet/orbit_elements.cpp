@@ -66,7 +66,7 @@ using namespace kvx::orbit;
 extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
     const KeplerRow *k = RowOf(code);
     if (!k || !out) return 0;
-    const double T = (jde - 2451545.0) / 36525.0;
+    const double T = (jde - kJ2000) / kDaysPerCentury;
     const double periLon = k->periLon + k->periLonRate * T;
     const double node = k->node + k->nodeRate * T;
     const double fT = DegToRad(k->f * T);
@@ -81,7 +81,7 @@ extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
     out->node = vec3::Reduce360(node);
     out->peri = vec3::Reduce360(periLon - node);
     out->m = vec3::Reduce360(m);
-    out->n = dmdT / 36525.0;
+    out->n = dmdT / kDaysPerCentury;
     out->equinox = 2000.0;
     out->reserved = 0.0;
     return 1;
@@ -178,7 +178,7 @@ extern "C" int32_t CalcPlanetOrbit3(int32_t code, double jde, int32_t n, double 
     if (n < 2 || !xyz || !GetPlanetOrbitElm(code, jde, &el)) return 0;
     double r[9];
     OrbitPlaneToEcliptic(el.peri, el.node, el.incl, r);
-    const double eps = DegToRad(GetEp(2451545.0));
+    const double eps = DegToRad(GetEp(kJ2000));
     const double se = std::sin(eps), ce = std::cos(eps);
     const double b = el.a * std::sqrt(1.0 - el.e * el.e);
     for (int32_t k = 0; k < n; ++k) {
