@@ -136,7 +136,7 @@ typedef struct ATime {
 } ATime;
 
 /* ======================================================================
- * Vectors, matrices and rotations                      (src/math/vector.cpp)
+ * Vectors, matrices and rotations (src/math/vector.cpp)
  * Rotation matrices are frame rotations: the axes turn by +a.
  * ====================================================================== */
 
@@ -184,7 +184,7 @@ KVX_API void RotatePrm1(double a, double b, double out[9]);
 KVX_API double atan3(double y, double x);
 
 /* ======================================================================
- * Angles, sexagesimal conversion, interpolation         (src/math/angle.cpp)
+ * Angles, sexagesimal conversion, interpolation (src/math/angle.cpp)
  * ====================================================================== */
 
 /* Degrees reduced to 0 <= a < 360. */
@@ -218,7 +218,7 @@ KVX_API double Lagrange(double x, int32_t n, const double *xs, const double *ys)
 KVX_API int32_t lsqrt(int32_t n);
 
 /* ======================================================================
- * Fixed-point arithmetic                          (src/math/fixed_point.cpp)
+ * Fixed-point arithmetic (src/math/fixed_point.cpp)
  * ====================================================================== */
 
 /* (a b) >> 30 with a 64-bit product, rounding toward minus infinity. */
@@ -258,7 +258,7 @@ KVX_API void RotateFxYZ(const FxVec *v, const Fx m[9], FxVec *out);
 KVX_API int32_t RotateFxZ(const FxVec *v, const Fx m[9]);
 
 /* ======================================================================
- * Julian dates and civil dates                          (src/time/date.cpp)
+ * Julian dates and civil dates (src/time/date.cpp)
  * Julian calendar up to 1582 October 4, Gregorian from October 15.
  * ====================================================================== */
 
@@ -301,7 +301,7 @@ KVX_API double GetT2(double jd);
 KVX_API double GetEp(double jde);
 
 /* ======================================================================
- * Delta T                         (src/time/delta_t.cpp)
+ * Delta T (src/time/delta_t.cpp)
  * ====================================================================== */
 
 /* Dynamical time (TT) of a universal-time Julian date: jd + Delta T. Delta T
@@ -407,7 +407,7 @@ KVX_API void StarApparent(const ATime *t, const double p[3], const double pm[2],
 /* end of: Apparent place: aberration, deflection, parallax, proper motion */
 
 /* ======================================================================
- * Atmospheric refraction      (src/place/refraction.cpp)
+ * Atmospheric refraction (src/place/refraction.cpp)
  * ====================================================================== */
 
 /* Standard atmosphere, no temperature or pressure. in->a is copied, in->d
@@ -422,7 +422,7 @@ KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
 /* end of: Atmospheric refraction */
 
 /* ======================================================================
- * Coordinate systems and position angle (src/place/coordinates.cpp)
+ * Coordinate systems and position angle (src/place/coordinates.cpp, src/place/position_angle.cpp)
  * ====================================================================== */
 
 /* Coordinate-system codes of Coordinates (pairs in degrees):
@@ -462,7 +462,7 @@ KVX_API void PaDistToAd(const Ad *centre, double positionAngle, double distance,
 /* end of: Coordinate systems and position angle */
 
 /* ======================================================================
- * Constellations           (src/place/constellation.cpp)
+ * Constellations (src/place/constellation.cpp)
  * ====================================================================== */
 
 /* Constellation code (0..88) of ad = {right ascension, declination} in
@@ -474,7 +474,7 @@ KVX_API int32_t GetConstellation(const double *ad, double epochJd);
 /* end of: Constellations */
 
 /* ======================================================================
- * JPL DE ephemeris and position files       (src/solar/ephem/)
+ * JPL DE ephemeris and position files (src/solar/ephem/)
  * ====================================================================== */
 
 /* Reading of the data files happens once, when the library is loaded; see
@@ -511,7 +511,7 @@ KVX_API int32_t IsValidPlanetXyzFile(void);
 /* end of: JPL DE ephemeris and position files */
 
 /* ======================================================================
- * The Sun                            (src/solar/sun/sun.cpp)
+ * The Sun (src/solar/sun/sun.cpp)
  * ====================================================================== */
 
 /* Result record of CalcSun, CalcPlanet, CalcMoon/CalcMoon2, CalcComet and
@@ -552,7 +552,7 @@ KVX_API void CalcSun(ATime *t, BodyPos *out);
 /* end of: The Sun */
 
 /* ======================================================================
- * The Moon                          (src/solar/moon/moon.cpp)
+ * The Moon (src/solar/moon/moon.cpp)
  * ====================================================================== */
 
 /* Geocentric ecliptic longitude and latitude of the Moon (lb, degrees, mean
@@ -575,7 +575,7 @@ KVX_API void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos);
 /* end of: The Moon */
 
 /* ======================================================================
- * Moon phases and age         (src/solar/moon/moon_phase.cpp)
+ * Moon phases and age (src/solar/moon/moon_phase.cpp, src/solar/moon/moon_phase_series.cpp)
  * ====================================================================== */
 
 /* A principal phase of the Moon: phase number (0 new Moon, 1 first quarter,
@@ -606,7 +606,7 @@ KVX_API int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max);
 /* end of: Moon phases and age */
 
 /* ======================================================================
- * The planets and orbital elements (src/solar/planet/planet.cpp)
+ * The planets and orbital elements (src/solar/planet/planet.cpp, src/solar/planet/orbit_elements.cpp)
  * ====================================================================== */
 
 /* Mean or osculating orbital elements of a body moving round the Sun,
@@ -671,7 +671,7 @@ KVX_API double GetPlanetMag(int32_t code, const double h[3], const double e[3]);
 /* end of: The planets and orbital elements */
 
 /* ======================================================================
- * Comets and minor planets                  (src/comet/)
+ * Comets and minor planets (src/comet/)
  * ====================================================================== */
 
 /* Orbital elements of a comet or minor planet referred to its perihelion.
@@ -721,7 +721,7 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 /* end of: Comets and minor planets */
 
 /* ======================================================================
- * Meteor showers               (src/calendar/meteor.cpp)
+ * Meteor showers (src/calendar/meteor.cpp)
  * ====================================================================== */
 
 /* One meteor shower of the catalogue read from "meteor.txt" at load time.
