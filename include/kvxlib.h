@@ -511,6 +511,35 @@ KVX_API int32_t IsValidPlanetXyzFile(void);
 /* end of: JPL DE ephemeris and position files */
 
 /* ======================================================================
+ * Data files loaded at start-up (src/time/startup.cpp)
+ * ====================================================================== */
+
+/* What the library holds of a data file it loaded at start-up, for showing
+ * what a computation will draw on. 40 bytes. */
+typedef struct DataFileInfo {
+    double start;    /* first Julian date covered (TT; Delta T: the oldest entry) */
+    double end;      /* last Julian date covered (Delta T: the newest entry) */
+    double step;     /* days per record (DE files) or per row (planet file); 0 for Delta T */
+    int32_t count;   /* records (DE files), data rows (planet file) or entries (Delta T) */
+    int32_t version; /* DE number (DE files), format version (Delta T), else 0 */
+    int32_t number;  /* planet file: the block's body number in the file, 199 Mercury,
+                        299 Venus, 399 Earth, 499 Mars ... 999 Pluto, 1099 Eris,
+                        1199 Ceres, 1299 Makemake, 1399 Haumea; else 0 */
+    int32_t body;    /* planet file: the same body as a library code (-3, 0..11); else 0 */
+} DataFileInfo;
+#define KVX_DATA_JPL_DE  1  /* the main JPL DE file ("JplEphUnixFile"); index 0 */
+#define KVX_DATA_MOON    2  /* the Moon's file: the JPL DE file or "moon.xyz"; index 0 */
+#define KVX_DATA_PLANET  3  /* the planet file: block `index`, 0.. in file order */
+#define KVX_DATA_DELTA_T 4  /* the Delta T table; index 0 */
+/* Fills out for data file `file` and returns 1; returns 0 and writes
+ * nothing when that file (or block) is not loaded, for another index or
+ * code, or a null out. Files read into memory with OnMemory are reported
+ * too (see GetJplDeVersion and IsValidPlanetXyzFile for what they answer). */
+KVX_API int32_t GetDataFileInfo(int32_t file, int32_t index, DataFileInfo *out);
+
+/* end of: Data files loaded at start-up */
+
+/* ======================================================================
  * The Sun (src/solar/sun/sun.cpp)
  * ====================================================================== */
 
@@ -726,7 +755,7 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 
 /* One meteor shower of the catalogue read from "meteor.txt" at load time.
  * The library gives the numeric fields no meaning; the sample file of the
- * distribution documents its columns (tools/meteor.txt). 136 bytes. */
+ * distribution documents its columns (tests/data/meteor.txt). 136 bytes. */
 typedef struct MeteorInfo {
     int32_t number;
     char code[4];        /* up to 3 characters, zero-terminated */

@@ -228,23 +228,17 @@ void Release() { FreeTable(); }
 
 int32_t LoadedCount() { return gCount; }
 int32_t LoadedVersion() { return gVersion; }
+bool LoadedSpan(double *oldest, double *newest) {
+    if (!gTable || gCount < 1) return false;
+    *oldest = gTable[gCount - 1].jd;
+    *newest = gTable[0].jd;
+    return true;
+}
 
 }  // namespace kvx::deltat
 
-/// UtToDt: dynamical time (TT) of a universal-time Julian date, jd + Delta T.
-/// Delta T comes from the loaded delta-T file when it covers jd (a step
-/// table, held five years past its newest entry), else from the TAI - UTC
-/// steps of 1961-1971 plus 32.184 s, else from the Espenak-Meeus polynomials
-/// of the year; the last two carry the -0.000012932 (y - 1955)^2 s
-/// correction.
 extern "C" double UtToDt(double jd) { return jd + kvx::deltat::DeltaTDays(jd); }
 
-/// DtToUt: universal time of a dynamical Julian date, jde - Delta T(jde).
-/// Delta T is taken at the dynamical-time argument itself, without
-/// iteration, so DtToUt(UtToDt(jd)) differs from jd by the change of Delta T
-/// over Delta T (a whole step across a step of the file table).
 extern "C" double DtToUt(double jde) { return jde - kvx::deltat::DeltaTDays(jde); }
 
-/// IsValidJdtFile: 1 when a delta-T file is loaded and its format version is
-/// exactly 2, else 0 (version 1 and versions above 2 load but answer 0).
 extern "C" int32_t IsValidJdtFile(void) { return (kvx::deltat::gTable && kvx::deltat::gVersion == 2) ? 1 : 0; }
