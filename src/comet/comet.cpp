@@ -43,20 +43,8 @@ int HelioJ2000(const CometElements &el, double jde, double out[3]) {
 
 using namespace kvx;
 
-/// Place and brightness of a comet or minor planet for an ATime, filled like
-/// the head of CalcPlanet's record: 1-2 astrometric topocentric RA/Dec
-/// (J2000.0), 3-4 apparent RA/Dec of date, 5-6 ecliptic longitude/latitude
-/// of date (mean, no aberration), 7 observer distance (AU), 8-10
-/// heliocentric vector at the light-time-retarded instant and 11-13 at the
-/// instant (J2000.0 equator), 14-16 fields 11-13 on the mean ecliptic of
-/// date, 17 heliocentric distance, 18 geometric geocentric distance at the
-/// instant, 19 illuminated fraction, 20 bright-limb position angle, 21-35
-/// -1.0, 36 visual magnitude (comet law, or the H, G law for minor
-/// planets), 37 magnitude in tenths (int32). The Earth's position is the Sun
-/// record's fields 8-10 (sunPos: CalcSun for the same t). Light time is
-/// iterated to one second (at most 50 passes). Returns 1, or 0 when the
-/// orbit cannot be solved (the record is then incomplete) or for a null
-/// pointer.
+// The observer stays inside the light-time loop, which starts from the
+// topocentric distance at the instant.
 extern "C" int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunPos, BodyPos *out) {
     if (!el || !t || !sunPos || !out) return 0;
     using namespace body::planet_slot;
@@ -89,14 +77,6 @@ extern "C" int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *s
     return 1;
 }
 
-/// Points along the orbit of a comet or minor planet for drawing,
-/// heliocentric, J2000.0 equatorial axes, AU, written as xyz[3k..3k+2]:
-/// for an ellipse (e < 1) n points at eccentric anomalies 360 k / (n - 1),
-/// closing on the perihelion; for a parabola or hyperbola n points at true
-/// anomalies evenly spaced between -v and +v, where v is the true anomaly at
-/// which the distance reaches rMax (AU; also capped short of the
-/// hyperbola's asymptote). Returns the number of points written: 0 for a
-/// null pointer, n < 2, q <= 0 or rMax <= q on an open orbit.
 extern "C" int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz) {
     if (!el || !xyz || n < 2 || !(el->q > 0.0)) return 0;
     const double e = el->e, q = el->q;

@@ -6,14 +6,6 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 
-/// StarApparent: apparent direction of a star, true equator and equinox of
-/// date, as a unit vector. p: unit direction at J2000.0 (mean equator
-/// J2000); pm: proper motion in degrees per Julian year (right ascension
-/// rate of the angle itself, then declination rate); parallax in degrees;
-/// sun: the Sun's record filled by CalcSun for the same t (fields 3-4, the
-/// apparent right ascension and declination, and 8-10, the Earth's
-/// heliocentric J2000 position in AU, are read). out may be p. Null pointers
-/// do nothing.
 extern "C" void StarApparent(const ATime *t, const double p[3], const double pm[2], double parallax,
                              const BodyPos *sun, double out[3]) {
     if (!t || !p || !pm || !sun || !out) return;

@@ -71,12 +71,7 @@ Dc Unit(const double v[3], double length) { return Dc{v[0] / length, v[1] / leng
 
 }  // namespace
 
-/// CalcMoonLbr: geocentric ecliptic longitude and latitude of the Moon
-/// (degrees, mean ecliptic and equinox of date) and its distance (km) at
-/// dynamical Julian date jd, geometric (no light time). From the main JPL
-/// ephemeris, else the Moon file, else the built-in theory; the theory is
-/// evaluated with T = GetT(jd), as its published series are. Returns 1, or
-/// 0 (nothing written) when lb is null; dist may be null.
+// The theory is evaluated with T = GetT(jd), as its published series are.
 extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     if (lb == nullptr) return 0;
     double km;
@@ -102,16 +97,6 @@ extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     return 1;
 }
 
-/// CalcMoon2: the place of the Moon without the quantities that need the
-/// Sun: fields 1-7 (field 7 in km), 9-10 (geocentric J2000.0 right ascension
-/// and declination), 11-13 (geocentric ecliptic longitude and latitude of
-/// date, distance in km), 17 (position angle of the axis), 20-21 (total
-/// librations in longitude and latitude), 24-26 (direction cosines of fields
-/// 1-2) and the same direction in fixed point from field 27. With an
-/// ephemeris file the light time is iterated to a hundredth of a second,
-/// with the theory to one second. Outside dynamical JD 1538798.0-3364651.0
-/// field 20 is 0 and fields 17 and 21 are clamped to +-26 and +-7 degrees.
-/// Null t or out: nothing is done.
 extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
     if (t == nullptr || out == nullptr) return;
     using namespace kvx::body::moon_slot;
@@ -183,13 +168,6 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
     f[kLibrationLat] = lib.latitude;
 }
 
-/// CalcMoon: CalcMoon2, then the fields that need the Sun and the horizon:
-/// 8 topocentric and 14 geocentric semi-diameters (degrees, lunar radius
-/// 1737.4 km), 18 illuminated fraction and 19 position angle of the bright
-/// limb (GetPhase with sunPos, which CalcSun must have filled for the same
-/// t), 15-16 azimuth and altitude (Coordinates from the J2000.0 equator to
-/// the geometric horizon). Null t or out: nothing is done; a null sunPos
-/// leaves fields 18-19 unset.
 extern "C" void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos) {
     if (t == nullptr || out == nullptr) return;
     CalcMoon2(t, out);

@@ -136,11 +136,6 @@ double SaturnRingTerm(double T, double lambda, double beta, double l, double b, 
 
 using namespace kvx;
 
-/// Heliocentric ecliptic longitude and latitude (degrees, lb[0], lb[1]) of
-/// the mean ecliptic and equinox of date, and heliocentric distance r (AU),
-/// of body code (-3, 0..11) at dynamical Julian date jd, geometric (no light
-/// time). Returns 1, or 0 for an unknown code (nothing written) or a null
-/// output.
 extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r) {
     if (!planet::ValidCode(code) || !lb || !r) return 0;
     double h[3], m[9];
@@ -154,11 +149,6 @@ extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *
     return 1;
 }
 
-/// Illuminated fraction and position angle of the bright limb (degrees,
-/// -180..180, from north through east) of a body, from the Sun's and the
-/// body's right ascension and declination (fields 1-2 of the two records)
-/// and their distances from the observer (AU). Null outputs are skipped; null
-/// records do nothing.
 extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction,
                          double *limbAngle) {
     if (!sunPos || !body) return;
@@ -174,13 +164,6 @@ extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *b
     if (limbAngle) *limbAngle = limb;
 }
 
-/// Visual magnitude of body code from its heliocentric vector h and the
-/// Earth's e (AU): the reduced law V0 + 5 log10(r Delta) with the phase
-/// corrections of Mercury to Jupiter only (no Saturn ring term, no Ceres
-/// phase function), the phase angle taken from cos i = (r^2 + Delta^2 - R) /
-/// (2 r Delta) with R = |e| itself, not its square (kept for compatibility).
-/// Code -3 uses V0 = -2.96 (the mean of Venus' and Mars'). Returns -999.0 for
-/// an unknown code or null vectors.
 extern "C" double GetPlanetMag(int32_t code, const double h[3], const double e[3]) {
     if (!planet::ValidCode(code) || !h || !e) return -999.0;
     const double r = planet::Norm(h), R = planet::Norm(e);
@@ -203,20 +186,8 @@ extern "C" double GetPlanetMag(int32_t code, const double h[3], const double e[3
     return m;
 }
 
-/// Place, distance, phase and brightness of body code (-3 Earth, 0..7
-/// Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for an ATime.
-/// sunPos must be the Sun record CalcSun filled for the same t (its fields
-/// 1-2, 7 and 8-10 are read). Fields: 1-7 as for every body (topocentric,
-/// light time to one second, aberration); 8-10 heliocentric vector at the
-/// light-time-retarded instant and 11-13 at the instant (J2000.0 equator,
-/// AU); 14-16 fields 11-13 on the mean ecliptic and equinox of date; 17
-/// heliocentric distance; 18 geometric geocentric distance at the instant;
-/// 19 illuminated fraction; 20 position angle of the bright limb; 21-34 the
-/// physical-ephemeris block, -1.0 where not computed; 35 apparent diameter
-/// (arcseconds); 36 visual magnitude; 37 the magnitude in tenths,
-/// floor(m x 10 + 0.5), as a 32-bit integer at the start of the slot.
-/// Fields 35-37 mean nothing for code -3. Returns 1, or 0 for an unknown
-/// code or a null pointer (nothing written).
+// The Earth stays at the instant during the light-time loop and the observer
+// is subtracted after it; the ring term is taken at the retarded instant.
 extern "C" int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out) {
     if (!planet::ValidCode(code) || !t || !sunPos || !out) return 0;
     using namespace body::planet_slot;

@@ -86,19 +86,8 @@ void GetEarthLbr(double jde, double lb[2], double *r) {
 
 using namespace kvx;
 
-/// Place of the Sun for an ATime, fields 1 to 20 of the Sun's BodyPos:
-/// 1-2 astrometric topocentric RA/Dec (J2000.0); 3-4 apparent RA/Dec of date
-/// (precession, nutation, annual aberration); 5-6 topocentric ecliptic
-/// longitude/latitude, mean ecliptic and equinox of date, without nutation
-/// and aberration; 7 observer-Sun distance (AU); 8-10 the Earth's
-/// heliocentric vector (J2000.0 equator, AU); 11-13 the same on the mean
-/// ecliptic of date; 14 geocentric distance; 15 topocentric semi-diameter
-/// (degrees, solar radius 696000 km); 16 P, 17 B0, 18 heliographic longitude
-/// of the centre from the node of the solar equator, 19 L0 (Carrington,
-/// 0..360), all degrees; 20 = -1.0 (no phase). The geometric vector of the
-/// instant is used (no light time; aberration only). Must be called before
-/// CalcPlanet, CalcMoon and CalcComet for the same ATime. Null pointers do
-/// nothing.
+// P, B0 and L0 from Carrington's elements of the solar equator (Meeus,
+// Astronomical Algorithms, ch. 29).
 extern "C" void CalcSun(ATime *t, BodyPos *out) {
     if (!t || !out) return;
     using namespace body::sun_slot;
