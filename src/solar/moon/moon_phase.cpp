@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "solar/body/body_slots.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ double ApparentElongation(double jd) {
     BodyPos sun{}, moon{};
     CalcSun(&t, &sun);
     CalcMoon(&t, &moon, &sun);
-    const Ad sunEq{sun.f[0], sun.f[1]}, moonEq{moon.f[0], moon.f[1]};
+    using namespace kvx::body;
+    const Ad sunEq{sun.f[kRaJ2000], sun.f[kDecJ2000]}, moonEq{moon.f[kRaJ2000], moon.f[kDecJ2000]};
     Ad sunEcl{}, moonEcl{};
     Coordinates(&t, KVX_COORD_J2000, &sunEq, KVX_COORD_ECL_APPARENT, &sunEcl);
     Coordinates(&t, KVX_COORD_J2000, &moonEq, KVX_COORD_ECL_APPARENT, &moonEcl);
@@ -132,7 +134,7 @@ extern "C" double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *mo
         return jd - GetNewMoonJd2000(k - 1.0);
     }
     if (sunPos == nullptr || moonPos == nullptr) return 0.0;
-    return degmal(KVX_BODYPOS_FIELD(*moonPos, 11) - KVX_BODYPOS_FIELD(*sunPos, 5)) / kMeanElongationPerDay;
+    return degmal(moonPos->f[kvx::body::moon_slot::kEclLonGeo] - sunPos->f[kvx::body::kEclLon]) / kMeanElongationPerDay;
 }
 extern "C" int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max) {
     if (month == nullptr || out == nullptr || max < 1) return 0;

@@ -152,8 +152,8 @@ extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *
 extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction,
                          double *limbAngle) {
     if (!sunPos || !body) return;
-    const double a0 = DegToRad(sunPos->f[0]), d0 = DegToRad(sunPos->f[1]);
-    const double a = DegToRad(body->f[0]), d = DegToRad(body->f[1]);
+    const double a0 = DegToRad(sunPos->f[kvx::body::kRaJ2000]), d0 = DegToRad(sunPos->f[kvx::body::kDecJ2000]);
+    const double a = DegToRad(body->f[kvx::body::kRaJ2000]), d = DegToRad(body->f[kvx::body::kDecJ2000]);
     const double limb = RadToDeg(std::atan2(std::cos(d0) * std::sin(a0 - a),
                                             std::sin(d0) * std::cos(d) - std::cos(d0) * std::sin(d) * std::cos(a0 - a)));
     double c = std::sin(d0) * std::sin(d) + std::cos(d0) * std::cos(d) * std::cos(a0 - a);
