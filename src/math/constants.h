@@ -19,6 +19,7 @@ inline constexpr double kJ2000 = 2451545.0;
 inline constexpr double kJ1900 = 2415020.0;
 inline constexpr double kB1950 = 2433282.42346;
 
+inline constexpr double kArcsecToRad = 4.84813681109536e-6;
 inline constexpr double kDaysPerCentury = 36525.0;
 inline constexpr double kSecondsPerDay = 86400.0;
 inline constexpr double kKmPerAu = 149597870.0;

@@ -21,7 +21,6 @@ namespace kvx::place {
 
 namespace {
 
-constexpr double kArcsecToRad = 4.84813681109536e-6;
 constexpr double kAberrationConstant = 20.49552;
 
 }  // namespace

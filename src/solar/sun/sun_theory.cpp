@@ -21,8 +21,6 @@ namespace kvx::sun {
 
 namespace {
 
-constexpr double kArcsecToRad = 4.84813681109536e-6;
-
 inline double SinD(double a) { return std::sin(DegToRad(a)); }
 inline double CosD(double a) { return std::cos(DegToRad(a)); }
 
