@@ -61,6 +61,8 @@ template <class Source>
 bool LightTime(double jde, const double origin[3], const double *offset, const LightTimeRule &rule, Source &&source,
                Retarded *r) {
     double d = rule.firstDistance;
+    r->distance = d;
+    r->lightTime = 0.0;
     for (int k = 0; k < rule.maxPasses; ++k) {
         r->lightTime = d * kLightDaysPerAu;
         if (!source(jde - r->lightTime, r->position)) return false;
