@@ -13,12 +13,7 @@ install(TARGETS kvxlib EXPORT kvxlibTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/include/kvxlib.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-if(KVX_BUILD_APPS)
-  install(TARGETS kvx RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  if(KVX_MAN_PAGE)
-    install(FILES ${KVX_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-  endif()
-endif()
+# kvx and its manual page: apps/kvx/CMakeLists.txt.
 
 # The data-file generators are run by hand (they need numpy, and casacore
 # for the DE405 source); they import jplde.py from their own directory.
