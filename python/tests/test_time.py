@@ -53,8 +53,3 @@ def test_observer_is_validated():
         kvxlib.Observer(0.0, float("nan"))
     assert kvxlib.Observer(-90.0, 359.0, -400.0).height == -400.0
 
-
-def test_fields_state_their_units():
-    import dataclasses
-    units = {f.name: f.metadata.get("unit") for f in dataclasses.fields(kvxlib.MoonPosition)}
-    assert units["ra"] == "deg" and units["distance_km"] == "km" and units["age_days"] == "d"
