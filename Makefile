@@ -1,19 +1,26 @@
-# kvxlib: make demo | make test | make bench | make clean
-# demo and test install missing build prerequisites with apt-get when run as
-# root on Debian; otherwise they print the command to run.
+# kvxlib: make demo | make test | make bench | make install | make windows | make clean
+# demo, test and windows install missing build prerequisites with apt-get
+# when run as root on Debian; otherwise they print the command to run.
 
 BUILD      ?= build
 BUILD_TYPE ?= Release
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
+PREFIX     ?= /usr/local
 CMAKE_ARGS ?=
 ifeq ($(CI),true)
 CMAKE_ARGS += -DKVX_WERROR=ON
 endif
+WINDOWS_BUILD ?= build-windows
 
-BUILD_DEPS = cmake g++ make libgtest-dev
-BENCH_DEPS = libbenchmark-dev liberfa-dev libnova-dev libswe-dev swe-basic-data
+# pkgconf and the Python packages serve the package tests (installed
+# library used through pkg-config; the ctypes binding under pytest, also
+# pip-installed into a fresh virtual environment).
+BUILD_DEPS   = cmake g++ make libgtest-dev pkgconf python3 python3-pytest python3-setuptools python3-venv
+BENCH_DEPS   = libbenchmark-dev liberfa-dev libnova-dev libswe-dev swe-basic-data
+# wine64 runs the Windows programs in the cross-build's tests.
+WINDOWS_DEPS = cmake make g++-mingw-w64-x86-64-win32 wine64
 
-.PHONY: all demo test bench clean deps bench-deps configure
+.PHONY: all demo test bench clean deps bench-deps configure install uninstall windows windows-deps
 
 all: configure
 	cmake --build $(BUILD) -j $(JOBS)
@@ -24,6 +31,9 @@ deps:
 bench-deps:
 	@sh tools/ensure-packages.sh $(BUILD_DEPS) $(BENCH_DEPS)
 
+windows-deps:
+	@sh tools/ensure-packages.sh $(WINDOWS_DEPS)
+
 configure: deps
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_ARGS)
 
@@ -33,10 +43,27 @@ demo: all
 test: all
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
+# make install [PREFIX=/usr/local] [DESTDIR=...]; make uninstall removes the
+# files listed in $(BUILD)/install_manifest.txt.
+install: all
+	cmake --install $(BUILD) --prefix $(PREFIX)
+
+uninstall:
+	cmake -DMANIFEST=$(BUILD)/install_manifest.txt -P cmake/uninstall.cmake
+
+# kvxlib.dll and kvx.exe (in $(WINDOWS_BUILD)/bin) with mingw-w64, then the
+# Windows build's checks: export table, imports, and under wine the C
+# program, kvx and the start-up from the registry.
+windows: windows-deps
+	cmake -S . -B $(WINDOWS_BUILD) -DCMAKE_TOOLCHAIN_FILE=$(CURDIR)/cmake/mingw-w64-x86_64.cmake \
+	  -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_ARGS)
+	cmake --build $(WINDOWS_BUILD) -j $(JOBS)
+	cd $(WINDOWS_BUILD) && ctest --output-on-failure
+
 bench: bench-deps
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) -DKVX_BUILD_BENCH=ON $(CMAKE_ARGS)
 	cmake --build $(BUILD) -j $(JOBS) --target kvx_bench
 	$(BUILD)/bench/kvx_bench
 
 clean:
-	rm -rf $(BUILD)
+	rm -rf $(BUILD) $(WINDOWS_BUILD)

@@ -23,6 +23,12 @@
 
 #include <stdint.h>
 
+/* Version of this interface, 6.x.y: the major number is the shared library's
+ * (libkvxlib.so.6); minor releases add, patch releases only correct. */
+#define KVX_VERSION_MAJOR 6
+#define KVX_VERSION_MINOR 0
+#define KVX_VERSION_PATCH 0
+
 #if defined(_WIN32)
 #  if defined(KVX_BUILDING)
 #    define KVX_API __declspec(dllexport)

@@ -6,7 +6,9 @@
 // are the command looks up with the library's own settings reader (compiled
 // into the CLI: per-user, then machine-wide configuration file, else the
 // library's own directory).
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <dlfcn.h>
 #endif
 
@@ -23,7 +25,20 @@ namespace kvx::cli {
 
 namespace {
 
-#ifndef _WIN32
+#ifdef _WIN32
+// The directory of kvxlib.dll: the module that holds one of its exports.
+std::string LibraryDirectory() {
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<LPCSTR>(&GetJplDeVersion), &module))
+        return std::string();
+    char p[MAX_PATH];
+    const DWORD n = GetModuleFileNameA(module, p, sizeof p);
+    if (n == 0 || n >= sizeof p) return std::string();
+    const std::string path(p, n);
+    return path.substr(0, path.find_last_of("\\/:") + 1);
+}
+#else
 std::string LibraryDirectory() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<void *>(&GetJplDeVersion), &info) == 0 || !info.dli_fname) return std::string();
@@ -47,7 +62,10 @@ Located Locate(const char *name, const char *defaultName) {
         return {v, "machine settings " + machine};
     return {LibraryDirectory() + defaultName, "default"};
 #else
-    return {defaultName, "default"};
+    // The registry, current user before machine, as the library reads it.
+    char v[260];
+    if (platform::ReadSetting(name, v, sizeof v)) return {v, "registry"};
+    return {LibraryDirectory() + defaultName, "default"};
 #endif
 }
 

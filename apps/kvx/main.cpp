@@ -49,9 +49,35 @@ const Command kCommands[] = {
     {"terms", "terms YEAR [--tz H] [--json]", {"json"}, RunTerms},
 };
 
+// The help text is also the source of the manual page (cmake/kvx-man.cmake):
+// a first line "kvx: summary", then sections, each a heading line ending in
+// ':' followed by indented lines.
 void PrintUsage(FILE *out) {
+    std::fprintf(out, "kvx: the command-line almanac of kvxlib, positional astronomy\n");
     std::fprintf(out, "usage:\n");
     for (const auto &c : kCommands) std::fprintf(out, "  kvx %s\n", c.usage);
+    std::fprintf(out, "  kvx --help | --version\n");
+    std::fprintf(out,
+                 "description:\n"
+                 "  With no command, the almanac of the Sun, the Moon and the planets for a place\n"
+                 "  (default Tokyo) and the current time. Every command prints text, or one JSON\n"
+                 "  object with --json. Dates are local civil time in the zone --tz (hours east\n"
+                 "  of Greenwich); angles are degrees; altitudes are geometric, and azimuths count\n"
+                 "  from the north through the east.\n"
+                 "environment:\n"
+                 "  KVX_LAT, KVX_LON, KVX_HEIGHT, KVX_TZ: the default place; options win over them.\n"
+                 "files:\n"
+#ifdef _WIN32
+                 "  The library's data files come from the registry values under\n"
+                 "  SOFTWARE\\Pelorin\\kvxlib\\6.0 (current user, then machine), else from\n"
+                 "  the directory of kvxlib.dll; 'kvx data' shows them.\n"
+#else
+                 "  The library's data files come from the settings in\n"
+                 "  $XDG_CONFIG_HOME/Pelorin/kvxlib/6.0.conf or Pelorin/kvxlib/6.0.conf under\n"
+                 "  $XDG_CONFIG_DIRS, else from its own directory; 'kvx data' shows them.\n"
+#endif
+                 "exit status:\n"
+                 "  0 on success, 2 for bad arguments (one line on stderr), 1 for other errors.\n");
 }
 
 const Command *Find(const std::string &name) {
@@ -66,6 +92,10 @@ int main(int argc, char **argv) {
     std::vector<std::string> words(argv + 1, argv + argc);
     if (!words.empty() && (words[0] == "--help" || words[0] == "-h" || words[0] == "help")) {
         PrintUsage(stdout);
+        return 0;
+    }
+    if (!words.empty() && words[0] == "--version") {
+        std::printf("kvx %s\n", KVX_VERSION_STRING);
         return 0;
     }
     const Command *command = &kCommands[0];

@@ -3,9 +3,28 @@
  * exported functions report as "name=value" lines, and unloads it (which
  * runs the release sequence). Used by tests/startup/test_startup.cpp, one
  * process per scenario. */
+#ifdef _WIN32
+/* The Windows build runs the same probe under wine: LoadLibraryA runs
+ * DllMain's attach, FreeLibrary its detach. */
+#include <string.h>
+#include <windows.h>
+#define RTLD_NOW 0
+#define RTLD_LOCAL 0
+static void *dlopen(const char *path, int flags) { (void)flags; return (void *)LoadLibraryA(path); }
+static void *dlsym(void *lib, const char *name) {
+    void *p;
+    FARPROC f = GetProcAddress((HMODULE)lib, name);
+    memcpy(&p, &f, sizeof p);
+    return p;
+}
+static int dlclose(void *lib) { return FreeLibrary((HMODULE)lib) ? 0 : 1; }
+static const char *dlerror(void) { return "LoadLibraryA failed"; }
+#else
 #include <dlfcn.h>
+#endif
 #include <stdint.h>
 #include <stdio.h>
+#include <string.h>
 
 typedef int32_t (*IntFn)(void);
 typedef double (*DtFn)(double);

@@ -1,0 +1,27 @@
+# Removes every file that the last `cmake --install` of this build tree
+# wrote (cmake -DMANIFEST=install_manifest.txt -P uninstall.cmake), then the
+# directories it leaves empty under the package's own folders.
+if(NOT EXISTS "${MANIFEST}")
+  message(FATAL_ERROR "no ${MANIFEST}: nothing was installed from this build tree")
+endif()
+file(STRINGS "${MANIFEST}" files)
+set(dirs)
+foreach(f IN LISTS files)
+  if(IS_SYMLINK "$ENV{DESTDIR}${f}" OR EXISTS "$ENV{DESTDIR}${f}")
+    message(STATUS "Removing $ENV{DESTDIR}${f}")
+    file(REMOVE "$ENV{DESTDIR}${f}")
+  endif()
+  get_filename_component(d "${f}" DIRECTORY)
+  if(d MATCHES "/(kvxlib|tools)$")
+    list(APPEND dirs "${d}")
+  endif()
+endforeach()
+# Deepest first: share/kvxlib/tools before share/kvxlib.
+list(REMOVE_DUPLICATES dirs)
+list(SORT dirs ORDER DESCENDING)
+foreach(d IN LISTS dirs)
+  file(GLOB left "$ENV{DESTDIR}${d}/*")
+  if(NOT left AND IS_DIRECTORY "$ENV{DESTDIR}${d}")
+    file(REMOVE_RECURSE "$ENV{DESTDIR}${d}")
+  endif()
+endforeach()
