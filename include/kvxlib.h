@@ -721,6 +721,79 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 /* end of: Comets and minor planets */
 
 /* ======================================================================
+ * Rise, transit and set                 (src/riseset/riseset.cpp)
+ * ====================================================================== */
+
+/* Body codes of the rise/set functions: -10 a fixed star (object: an Ad with
+ * the J2000.0 right ascension and declination), -2 the Sun, -1 the Moon,
+ * 0..11 the planets and dwarf planets of CalcPlanet, 100..1999 satellites of
+ * planets (GetSatelliteCode), 2000 and above a comet (object: its
+ * CometElements). Any other code is a point at right ascension 0,
+ * declination 0. Event: 1 rise, 2 transit (upper meridian passage), 3 set. */
+#define KVX_RS_STAR    (-10)
+#define KVX_RS_RISE    1
+#define KVX_RS_TRANSIT 2
+#define KVX_RS_SET     3
+
+/* Prepares the one library-wide day context for the local civil date of
+ * date (year, month, day and tz; the clock fields are ignored) and the
+ * observer (null: the centre of the Earth, latitude and longitude 0): the
+ * day runs from local midnight to the next, [jd0 - tz/24, jd0 - tz/24 + 1)
+ * in UT, jd0 being CalcJd(year, month, day). Must run before GetRiseSet,
+ * GetRiseSetEx and CheckCircumPolar; valid until the next call. Not thread
+ * safe: the context is shared, unguarded state. A null date (or a
+ * non-finite tz) leaves no day prepared, and the other functions return 0. */
+KVX_API void InitRiseSet(const ADate *date, const Observer *observer);
+/* The universal-time Julian date of the event of body on the prepared day,
+ * written to result: returns 1, or 0 when there is none that day (always
+ * above or below the horizon, the altitude is not reached, an observer at a
+ * pole, a place that cannot be computed). Pass the tz and observer given to
+ * InitRiseSet. altitude 0: the standard horizon, the centre at 35'08" of
+ * refraction plus the dip of the horizon for the observer's height below
+ * the geometric horizon, and for the Sun its upper limb; the correction is
+ * a first-order shift of the hour angle, so at high latitudes, where the
+ * body meets the horizon at a grazing angle, the time can be minutes off.
+ * Any other altitude (degrees) is reached by the geometric centre, with no
+ * correction. Places: the Sun linear between the two local midnights, the
+ * Moon topocentric, planets and comets geocentric, stars mean of date
+ * (precession only). A transit that the search rejects (e.g. of a
+ * circumpolar body) comes from an iteration on the right ascension alone;
+ * its last estimate is written even when it returns 0. On 0 the result is
+ * otherwise left untouched. */
+KVX_API int32_t GetRiseSet(double tz, int32_t body, const void *object, int32_t event, const Observer *observer, double altitude, double *result);
+/* Up to three events of the kind on the prepared day (the Moon can rise
+ * twice in one civil day), ascending; returns the count. maxCount < 1
+ * gives 0, maxCount 1 at most GetRiseSet's result; with maxCount 2 or more
+ * up to three entries are written, so results must hold three. */
+KVX_API int32_t GetRiseSetEx(double tz, int32_t body, const void *object, int32_t event, const Observer *observer, double altitude, double *results, int32_t maxCount);
+/* Whether body stays above (state 1), below (-1) the standard horizon on
+ * the prepared day or rises and sets (0), from its declination at local
+ * noon: returns 1, or 0 when the place cannot be computed. Only tz is read
+ * from date. For southern observers the test practically never decides (1
+ * or -1 are reported only for impossible declinations): the rise/set search
+ * answers for them. */
+KVX_API int32_t CheckCircumPolar(int32_t body, const void *object, const ADate *date, const Observer *observer, int32_t *state);
+/* Sunrise and sunset (upper limb on the standard horizon) of the local
+ * date of date: InitRiseSet, then GetRiseSet for the Sun. Return 1 with
+ * the UT Julian date, or 0. */
+KVX_API int32_t GetSunRise(const ADate *date, const Observer *observer, double *result);
+KVX_API int32_t GetSunSet(const ADate *date, const Observer *observer, double *result);
+/* As GetSunRise/GetSunSet with the Sun's geometric centre at the altitude
+ * of the whole number of degrees given (-6, -12, -18: civil, nautical,
+ * astronomical twilight); 0 degrees is the standard horizon. */
+KVX_API int32_t GetSunRiseDeg(const ADate *date, const Observer *observer, double *result, int32_t degrees);
+KVX_API int32_t GetSunSetDeg(const ADate *date, const Observer *observer, double *result, int32_t degrees);
+/* Whether b lies within radius degrees of a: 0 at once (outputs untouched)
+ * when the difference of the first members or of the second members,
+ * moved into -180..180 and clamped to +-90 (degmal2), exceeds 1.1 radius
+ * (a box without a cos(latitude) factor); else the position angle and
+ * distance of AdToPaDist(a, b) are written (either may be null) and 1 is
+ * returned when the distance is at most radius. */
+KVX_API int32_t IsTransit(const Ad *a, const Ad *b, double radius, double *positionAngle, double *distance);
+
+/* end of: Rise, transit and set */
+
+/* ======================================================================
  * Meteor showers               (src/calendar/meteor.cpp)
  * ====================================================================== */
 
