@@ -53,6 +53,17 @@ double AltitudeOf(const ATime &t, double ra, double dec) {
     return hz.d;
 }
 
+// The time record the body's place needs at t: the Sun's place is
+// interpolated from the day context and reads only the UT date, so the full
+// fill (nutation, sidereal time, observer vector) is skipped for it.
+void TimeFor(int body, double t, double tz, const Observer *obs, ATime *at) {
+    if (body == kSun) {
+        at->jd = t;
+        return;
+    }
+    SetATimeJd(t, tz, obs, at);
+}
+
 }  // namespace
 
 const DayContext &Day() { return g_day; }
@@ -68,7 +79,7 @@ double HorizonH0(int body, const Observer *obs) {
 
 bool CircumpolarState(int body, const void *object, double tz, const Observer *obs, double a, int *state) {
     ATime t;
-    SetATimeJd(g_day.noonJd, tz, obs, &t);
+    TimeFor(body, g_day.noonJd, tz, obs, &t);
     double ra, d;
     if (!BodyPlace(body, object, t, false, &ra, &d)) return false;
     const double p = obs ? obs->latitude : 0.0;
@@ -98,7 +109,7 @@ int Search(double tz, int body, const void *object, int event, const Observer *o
     for (;;) {
         const double tStart = t;
         ATime at;
-        SetATimeJd(t, tz, obs, &at);
+        TimeFor(body, t, tz, obs, &at);
         double r, d;
         if (!BodyPlace(body, object, at, false, &r, &d)) return kNoEvent;
         const double cosD = std::cos(DegToRad(d));
@@ -160,7 +171,7 @@ bool TransitFallback(double tz, int body, const void *object, const Observer *ob
     bool any = false;
     for (int pass = 0; pass < kFallbackPasses; ++pass) {
         ATime at;
-        SetATimeJd(t, tz, obs, &at);
+        TimeFor(body, t, tz, obs, &at);
         double r, d;
         if (!BodyPlace(body, object, at, true, &r, &d)) {
             if (any) *result = tNew;

@@ -38,7 +38,8 @@ const DayContext &Day();
 inline double Midnight(const DayContext &c) { return c.noonJd - 0.5; }
 
 // Right ascension and declination of date (degrees) that the search uses for
-// body at t; false when a satellite or comet cannot be computed.
+// body at t (for the Sun only t.jd is read); false when a satellite or comet
+// cannot be computed.
 // transitFrame: a fixed star is taken to the apparent equator of date (the
 // transit fallback) instead of the mean equator of date (the main search).
 bool BodyPlace(int body, const void *object, ATime &t, bool transitFrame, double *ra, double *dec);
