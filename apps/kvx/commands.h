@@ -23,6 +23,8 @@ int RunMoon(const Args &args);
 int RunPhases(const Args &args);
 int RunData(const Args &args);
 int RunMeteors(const Args &args);
+int RunRise(const Args &args);
+int RunTwilight(const Args &args);
 
 // What every almanac section is given: the place, the local date and the
 // same instant as a universal-time Julian date.
@@ -39,5 +41,7 @@ void PlanetsAlmanacText(const AlmanacContext &c);
 void PlanetsAlmanacJson(const AlmanacContext &c, Json &out);
 void MoonAlmanacText(const AlmanacContext &c);
 void MoonAlmanacJson(const AlmanacContext &c, Json &out);
+void RiseSetAlmanacText(const AlmanacContext &c);
+void RiseSetAlmanacJson(const AlmanacContext &c, Json &out);
 
 }  // namespace kvx::cli
