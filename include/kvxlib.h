@@ -783,6 +783,36 @@ KVX_API int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, con
 /* end of: Satellites of the planets */
 
 /* ======================================================================
+ * Phenomena of Jupiter's satellites             (src/psat/jovian.cpp)
+ * ====================================================================== */
+
+/* Result of JoviSatPhenomena. 48 bytes. */
+typedef struct JoviSatResult {
+    int32_t transit;        /* 1: in front of Jupiter's disc, seen by the observer */
+    int32_t occultation;    /* 1: behind the disc, seen by the observer */
+    int32_t shadowTransit;  /* 1: its shadow falls on the disc */
+    int32_t eclipse;        /* 1: inside Jupiter's shadow (seen from the Sun) */
+    /* Where the shadow falls, valid only when shadowTransit is 1: the point
+     * of Jupiter's spheroid hit by the line from the Sun through the
+     * satellite, from Jupiter's centre, on the J2000.0 equatorial axes, in
+     * units of Jupiter's equatorial radius (71492 km). The spheroid has the
+     * polar radius a / 1.071374 along the pole of the ecliptic of date. */
+    double shadowPoint[3];
+} JoviSatResult;
+
+/* Phenomena of a Jupiter satellite for t from Jupiter's record (CalcPlanet,
+ * code 3) and the satellite's (CalcSatellite) for the same t. The disc test
+ * compares ecliptic latitude and longitude differences with Jupiter's
+ * radius angle, flattened by 1.071374 towards the ecliptic poles; the
+ * longitude difference is not multiplied by cos(latitude) (the disc is a
+ * little wider in longitude than the planet). Clears the four flags, then
+ * sets them; a null t or record leaves them cleared; a null out does
+ * nothing. */
+KVX_API void JoviSatPhenomena(const ATime *t, const BodyPos *jupiter, const BodyPos *satellite, JoviSatResult *out);
+
+/* end of: Phenomena of Jupiter's satellites */
+
+/* ======================================================================
  * Meteor showers               (src/calendar/meteor.cpp)
  * ====================================================================== */
 
