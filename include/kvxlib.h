@@ -721,6 +721,98 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 /* end of: Comets and minor planets */
 
 /* ======================================================================
+ * Satellites of the planets                  (src/psat/satellite.cpp)
+ * Planet numbers as CalcPlanet's codes (-3 Earth, 0 Mercury .. 7 Pluto);
+ * satellite code = 100 x the planet's place from the Sun + index: 301 the
+ * Moon, 401-402 Phobos, Deimos, 501-505 Io, Europa, Ganymede, Callisto,
+ * Amalthea, 601-608 Mimas .. Iapetus, 701-705 Ariel, Umbriel, Titania,
+ * Oberon, Miranda, 801-802 Triton, Nereid, 901 Charon. These are also
+ * rise/set body codes.
+ * Theories (planetocentric, dynamical time): Galileans L1.2 (Lainey et al.
+ * 2004); Saturn I-VIII Meeus, Astronomical Algorithms ch. 46 (after
+ * Harper & Taylor 1993); Uranus I-V GUST86 (Laskar & Jacobson 1987);
+ * Phobos, Deimos, Amalthea, Nereid precessing ellipses from JPL mean
+ * elements; Triton and Charon from the IAU rotation models of the
+ * synchronous pairs (see README for the accuracies).
+ * ====================================================================== */
+
+/* Number of catalogue satellites of a planet: Earth 1, Mercury 0, Venus 0,
+ * Mars 2, Jupiter 5, Saturn 8, Uranus 5, Neptune 2, Pluto 1; -1 for any
+ * other planet number. */
+KVX_API int32_t GetNumSatellites(int32_t planet);
+/* Satellite code of (planet, index); the index is not checked. -1 for a
+ * planet number outside -3, 0..7. */
+KVX_API int32_t GetSatelliteCode(int32_t planet, int32_t index);
+/* Splits a satellite code: returns 0 when code / 100 (truncated) is not
+ * 1..9, else writes the planet number (3 gives -3, the Earth) and
+ * index = code - 100 x hundreds (not checked) and returns 1. Null outputs
+ * are skipped. */
+KVX_API int32_t SplitSatelliteCode(int32_t code, int32_t *planet, int32_t *index);
+/* Catalogue name ("Io", ...), or null when the planet is outside -3..7 or
+ * has no entry of that index. The string is static. */
+KVX_API const char *GetSatelliteName(int32_t planet, int32_t index);
+/* 1 when a position theory exists: Mars 1-2, Jupiter 1-5, Saturn 1-8,
+ * Uranus 1-5, Neptune 1-2, Pluto 1; else 0 (the Moon, 301, has its own
+ * routines). */
+KVX_API int32_t SatelliteExist(int32_t planet, int32_t index);
+/* Osculating elements of the satellite's planetocentric orbit at dynamical
+ * Julian date jde, for the gravitational parameter of the planet plus the
+ * satellite: a in AU, n in degrees per day, angles in degrees, epoch = jde.
+ * option selects the reference plane: 0 the J2000.0 equator (equinox
+ * 2000.0), 1 the ecliptic of J2000.0 (equinox 2000.0), 2 the mean ecliptic
+ * and equinox of date (equinox = the year of jde); any other value acts as
+ * 0. Code 301 gives the Moon's geocentric elements. Returns 1, or 0 for a
+ * code without a theory (and not 301), a failed theory, an orbit that is
+ * not elliptic or a null out. Read the elements with the planetocentric
+ * GM, not with GetPlanetByElement's Gaussian constant. */
+KVX_API int32_t GetSatelliteOrbit(double jde, int32_t planet, int32_t index, int32_t option, OrbitElm *out);
+/* Place of a satellite for t. planetPos must be CalcPlanet's record of the
+ * parent planet for the same t. Fields: 1-7 as every body (7 in AU), light
+ * time iterated to 0.1 s; 8-10 heliocentric vector at the light-time
+ * instant; 11-13 planetocentric vector at that instant; 14-16 heliocentric
+ * vector at the instant itself and 17-19 the same on the mean ecliptic of
+ * date; 20 its length; 21 mass ratio to the planet; 22-24 radii a, b, c
+ * (km, -1 where the body is a sphere); 25 sidereal period (days, negative
+ * retrograde, -1 none); 26 mean opposition magnitude; 27 that magnitude in
+ * tenths, floor(m x 10 + 0.5), int32 (KVX_BODYPOS_INT). Fields 28-37 are
+ * left as they were. All vectors AU, J2000.0 equator. Returns 1, or 0 when
+ * no theory exists, the theory fails (non-finite date) or a pointer is
+ * null (nothing written then). */
+KVX_API int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, const BodyPos *planetPos, BodyPos *out);
+
+/* end of: Satellites of the planets */
+
+/* ======================================================================
+ * Phenomena of Jupiter's satellites             (src/psat/jovian.cpp)
+ * ====================================================================== */
+
+/* Result of JoviSatPhenomena. 48 bytes. */
+typedef struct JoviSatResult {
+    int32_t transit;        /* 1: in front of Jupiter's disc, seen by the observer */
+    int32_t occultation;    /* 1: behind the disc, seen by the observer */
+    int32_t shadowTransit;  /* 1: its shadow falls on the disc */
+    int32_t eclipse;        /* 1: inside Jupiter's shadow (seen from the Sun) */
+    /* Where the shadow falls, valid only when shadowTransit is 1: the point
+     * of Jupiter's spheroid hit by the line from the Sun through the
+     * satellite, from Jupiter's centre, on the J2000.0 equatorial axes, in
+     * units of Jupiter's equatorial radius (71492 km). The spheroid has the
+     * polar radius a / 1.071374 along the pole of the ecliptic of date. */
+    double shadowPoint[3];
+} JoviSatResult;
+
+/* Phenomena of a Jupiter satellite for t from Jupiter's record (CalcPlanet,
+ * code 3) and the satellite's (CalcSatellite) for the same t. The disc test
+ * compares ecliptic latitude and longitude differences with Jupiter's
+ * radius angle, flattened by 1.071374 towards the ecliptic poles; the
+ * longitude difference is not multiplied by cos(latitude) (the disc is a
+ * little wider in longitude than the planet). Clears the four flags, then
+ * sets them; a null t or record leaves them cleared; a null out does
+ * nothing. */
+KVX_API void JoviSatPhenomena(const ATime *t, const BodyPos *jupiter, const BodyPos *satellite, JoviSatResult *out);
+
+/* end of: Phenomena of Jupiter's satellites */
+
+/* ======================================================================
  * Rise, transit and set                 (src/riseset/riseset.cpp)
  * ====================================================================== */
 

@@ -1,5 +1,5 @@
 // kvx rise and kvx twilight: rise, transit and set of the Sun, the Moon,
-// the planets, a star or a comet, and the Sun's twilight, for one or more
+// the planets, their satellites, a star or a comet, and the Sun's twilight, for one or more
 // local days (or a whole year, one row per day); and the almanac's lines
 // for today's Sun and Moon.
 #include <cmath>
@@ -52,6 +52,12 @@ bool PlaceJ2000(const Body &b, ATime &t, double *ra, double *dec) {
         CalcMoon2(&t, &p);
     } else if (b.code >= 2000) {
         if (!CalcComet(&b.comet, &t, &sun, &p)) return false;
+    } else if (b.code >= 100) {
+        int32_t planet = 0, index = 0;
+        BodyPos parent;
+        if (!SplitSatelliteCode(b.code, &planet, &index) || !CalcPlanet(planet, &t, &sun, &parent) ||
+            !CalcSatellite(&t, planet, index, &parent, &p))
+            return false;
     } else if (!CalcPlanet(b.code, &t, &sun, &p)) {
         return false;
     }
@@ -186,7 +192,14 @@ std::vector<Body> BodiesFromArgs(const Args &args) {
     for (int code = 0; code < 12; ++code)
         if ((all && code < 8) || want == Lower(kPlanetNames[code]))
             bodies.push_back(Body{kPlanetNames[code], code, {}, {}});
-    if (bodies.empty()) throw UsageError{"unknown body '" + args.Positional()[0] + "' (sun, moon, mercury..haumea, all)"};
+    for (int planet = 2; planet <= 7; ++planet)
+        for (int index = 1; index <= GetNumSatellites(planet); ++index) {
+            const char *name = GetSatelliteName(planet, index);
+            if (name && SatelliteExist(planet, index) && want == Lower(name))
+                bodies.push_back(Body{name, GetSatelliteCode(planet, index), {}, {}});
+        }
+    if (bodies.empty())
+        throw UsageError{"unknown body '" + args.Positional()[0] + "' (sun, moon, mercury..haumea, io, titan, ..., all)"};
     return bodies;
 }
 

@@ -42,7 +42,7 @@ const Command kCommands[] = {
     {"moon", "moon [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunMoon},
     {"phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases},
     {"rise",
-     "rise [sun|moon|PLANET|all | --star RA DEC | --comet ELEMENTS] [--date YYYY-MM-DD] [--days N | --year Y] "
+     "rise [sun|moon|PLANET|SATELLITE|all | --star RA DEC | --comet ELEMENTS] [--date YYYY-MM-DD] [--days N | --year Y] "
      KVX_PLACE " [--json]",
      {"json", "comet"}, RunRise},
     {"twilight", "twilight [--date YYYY-MM-DD] [--days N | --year Y] " KVX_PLACE " [--json]", {"json"}, RunTwilight},

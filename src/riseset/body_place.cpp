@@ -85,6 +85,20 @@ bool CometPlace(const CometElements *el, const ATime &t, double *ra, double *dec
     return true;
 }
 
+// Apparent place of date of a satellite of a planet: the Sun, the parent
+// planet and the satellite for the observer of t.
+bool SatellitePlace(int code, ATime &t, double *ra, double *dec) {
+    int32_t planet = 0, index = 0;
+    if (!SplitSatelliteCode(code, &planet, &index)) return false;
+    BodyPos sun, parent, sat;
+    CalcSun(&t, &sun);
+    if (!CalcPlanet(planet, &t, &sun, &parent)) return false;
+    if (!CalcSatellite(&t, planet, index, &parent, &sat)) return false;
+    *ra = sat.f[2];
+    *dec = sat.f[3];
+    return true;
+}
+
 }  // namespace
 
 bool BodyPlace(int body, const void *object, ATime &t, bool transitFrame, double *ra, double *dec) {
@@ -116,7 +130,7 @@ bool BodyPlace(int body, const void *object, ATime &t, bool transitFrame, double
         PlanetPlace(body, t, ra, dec);
         return true;
     }
-    if (body >= 100 && body <= 1999) return false;  // satellites: not available in this build
+    if (body >= 100 && body <= 1999) return SatellitePlace(body, t, ra, dec);
     if (body >= 2000) return CometPlace(static_cast<const CometElements *>(object), t, ra, dec);
     *ra = 0.0;  // any other code: a point at 0 h, 0 degrees
     *dec = 0.0;

@@ -55,6 +55,18 @@ TEST(KvxRiseCli, StatesAreSpelledOut) {
     EXPECT_TRUE(json.Has("\"state\": \"circumpolar\", \"rise\": null")) << json.out;
 }
 
+TEST(KvxRiseCli, SatelliteByName) {
+    const KvxResult r = RunKvx("rise titan --date 2025-09-21 --json");
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_TRUE(r.Has("\"body\": \"Titan\"")) << r.out;
+    const ADate day{2025, 9, 21, 0, 0, 0.0, 9.0};
+    const Observer obs{35.6895, 139.6917, 40.0};
+    InitRiseSet(&day, &obs);
+    double rise = 0.0;
+    ASSERT_EQ(GetRiseSet(9.0, 606, nullptr, KVX_RS_RISE, &obs, 0.0, &rise), 1);
+    EXPECT_NEAR(JsonNumberAfter(r.out, "jd_ut"), rise, 1e-9);
+}
+
 TEST(KvxRiseCli, YearTableHasOneRowPerDay) {
     const KvxResult r = RunKvx("rise sun --year 2024");
     ASSERT_EQ(r.status, 0);

@@ -148,6 +148,26 @@ TEST(RiseSetBodies, CometBranchMatchesTheSameOrbitAsDwarfPlanet) {
     EXPECT_EQ(state, 7);
 }
 
+// A satellite rises with its planet: Io is never more than 2.5' from
+// Jupiter (planetocentric 422000 km at >= 4 AU), which moves the event by
+// less than a minute at middle latitudes.
+TEST(RiseSetBodies, SatelliteRisesWithItsPlanet) {
+    const ADate date = LocalDay(2024, 12, 7, 1.0);
+    const Observer obs{48.0, 11.0, 500.0};
+    InitRiseSet(&date, &obs);
+    for (int event : {kRise, kTransit, kSet}) {
+        double jupiter = 0.0, io = 0.0;
+        ASSERT_EQ(GetRiseSet(1.0, 3, nullptr, event, &obs, 0.0, &jupiter), 1);
+        ASSERT_EQ(GetRiseSet(1.0, 501, nullptr, event, &obs, 0.0, &io), 1);
+        EXPECT_NEAR(io, jupiter, 60.0 * kSecond) << "event " << event;
+        EXPECT_NE(io, jupiter);
+    }
+    int32_t state = 9;
+    EXPECT_EQ(CheckCircumPolar(501, nullptr, &date, &obs, &state), 1);
+    EXPECT_EQ(state, 0);
+    EXPECT_EQ(CheckCircumPolar(599, nullptr, &date, &obs, &state), 0);
+}
+
 // Twilight: the geometric centre at the whole-degree altitude, with no
 // horizon correction; 0 degrees is exactly the standard sunrise.
 TEST(RiseSetSun, DegreesVariantTimesTheCentreAtTheAltitude) {
@@ -266,9 +286,16 @@ TEST(RiseSetInput, NoCrashNoEvent) {
     // Without an observer the centre of the Earth (0 N, 0 E) rises the Sun.
     EXPECT_EQ(GetSunRise(&date, nullptr, &t), 1);
     EXPECT_NEAR(t, CalcJd(2000, 1, 1) + 0.25, 0.02);
-    // Satellites have no position in this build.
+    // Satellites without a theory (the Moon as 301, Jupiter's 99th, a code
+    // outside the planets' hundreds) have no
+    // place: no event, and no transit from the fallback either.
     InitRiseSet(&date, nullptr);
-    EXPECT_EQ(GetRiseSet(0.0, 501, nullptr, kRise, nullptr, 0.0, &t), 0);
+    for (int code : {301, 599, 1000}) {
+        EXPECT_EQ(GetRiseSet(0.0, code, nullptr, kRise, nullptr, 0.0, &t), 0) << code;
+        t = -1.0;
+    }
+    EXPECT_EQ(GetRiseSet(0.0, 301, nullptr, kTransit, nullptr, 0.0, &t), 0);
+    EXPECT_EQ(t, -1.0);
 }
 
 }  // namespace
