@@ -73,10 +73,6 @@ TEST(KvxRiseCli, YearTableHasOneRowPerDay) {
     int rows = 0;
     for (size_t at = r.out.find("\n2024-"); at != std::string::npos; at = r.out.find("\n2024-", at + 1)) ++rows;
     EXPECT_EQ(rows, 366);
-    const KvxResult t = RunKvx("twilight --year 2023 --lat 51.5 --lon 0 --tz 0");
-    rows = 0;
-    for (size_t at = t.out.find("\n2023-"); at != std::string::npos; at = t.out.find("\n2023-", at + 1)) ++rows;
-    EXPECT_EQ(rows, 365);
 }
 
 TEST(KvxTwilightCli, TimesInOrderAndPolarDay) {
