@@ -852,6 +852,171 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
 /* end of: Comets and minor planets */
 
 /* ======================================================================
+ * Satellites of the planets                  (src/psat/satellite.cpp)
+ * Planet numbers as CalcPlanet's codes (-3 Earth, 0 Mercury .. 7 Pluto);
+ * satellite code = 100 x the planet's place from the Sun + index: 301 the
+ * Moon, 401-402 Phobos, Deimos, 501-505 Io, Europa, Ganymede, Callisto,
+ * Amalthea, 601-608 Mimas .. Iapetus, 701-705 Ariel, Umbriel, Titania,
+ * Oberon, Miranda, 801-802 Triton, Nereid, 901 Charon. These are also
+ * rise/set body codes.
+ * Theories (planetocentric, dynamical time): Galileans L1.2 (Lainey et al.
+ * 2004); Saturn I-VIII Meeus, Astronomical Algorithms ch. 46 (after
+ * Harper & Taylor 1993); Uranus I-V GUST86 (Laskar & Jacobson 1987);
+ * Phobos, Deimos, Amalthea, Nereid precessing ellipses from JPL mean
+ * elements; Triton and Charon from the IAU rotation models of the
+ * synchronous pairs (see README for the accuracies).
+ * ====================================================================== */
+
+/* Number of catalogue satellites of a planet: Earth 1, Mercury 0, Venus 0,
+ * Mars 2, Jupiter 5, Saturn 8, Uranus 5, Neptune 2, Pluto 1; -1 for any
+ * other planet number. */
+KVX_API int32_t GetNumSatellites(int32_t planet);
+/* Satellite code of (planet, index); the index is not checked. -1 for a
+ * planet number outside -3, 0..7. */
+KVX_API int32_t GetSatelliteCode(int32_t planet, int32_t index);
+/* Splits a satellite code: returns 0 when code / 100 (truncated) is not
+ * 1..9, else writes the planet number (3 gives -3, the Earth) and
+ * index = code - 100 x hundreds (not checked) and returns 1. Null outputs
+ * are skipped. */
+KVX_API int32_t SplitSatelliteCode(int32_t code, int32_t *planet, int32_t *index);
+/* Catalogue name ("Io", ...), or null when the planet is outside -3..7 or
+ * has no entry of that index. The string is static. */
+KVX_API const char *GetSatelliteName(int32_t planet, int32_t index);
+/* 1 when a position theory exists: Mars 1-2, Jupiter 1-5, Saturn 1-8,
+ * Uranus 1-5, Neptune 1-2, Pluto 1; else 0 (the Moon, 301, has its own
+ * routines). */
+KVX_API int32_t SatelliteExist(int32_t planet, int32_t index);
+/* Osculating elements of the satellite's planetocentric orbit at dynamical
+ * Julian date jde, for the gravitational parameter of the planet plus the
+ * satellite: a in AU, n in degrees per day, angles in degrees, epoch = jde.
+ * option selects the reference plane: 0 the J2000.0 equator (equinox
+ * 2000.0), 1 the ecliptic of J2000.0 (equinox 2000.0), 2 the mean ecliptic
+ * and equinox of date (equinox = the year of jde); any other value acts as
+ * 0. Code 301 gives the Moon's geocentric elements. Returns 1, or 0 for a
+ * code without a theory (and not 301), a failed theory, an orbit that is
+ * not elliptic or a null out. Read the elements with the planetocentric
+ * GM, not with GetPlanetByElement's Gaussian constant. */
+KVX_API int32_t GetSatelliteOrbit(double jde, int32_t planet, int32_t index, int32_t option, OrbitElm *out);
+/* Place of a satellite for t. planetPos must be CalcPlanet's record of the
+ * parent planet for the same t. Fields: 1-7 as every body (7 in AU), light
+ * time iterated to 0.1 s; 8-10 heliocentric vector at the light-time
+ * instant; 11-13 planetocentric vector at that instant; 14-16 heliocentric
+ * vector at the instant itself and 17-19 the same on the mean ecliptic of
+ * date; 20 its length; 21 mass ratio to the planet; 22-24 radii a, b, c
+ * (km, -1 where the body is a sphere); 25 sidereal period (days, negative
+ * retrograde, -1 none); 26 mean opposition magnitude; 27 that magnitude in
+ * tenths, floor(m x 10 + 0.5), int32 (KVX_BODYPOS_INT). Fields 28-37 are
+ * left as they were. All vectors AU, J2000.0 equator. Returns 1, or 0 when
+ * no theory exists, the theory fails (non-finite date) or a pointer is
+ * null (nothing written then). */
+KVX_API int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, const BodyPos *planetPos, BodyPos *out);
+
+/* end of: Satellites of the planets */
+
+/* ======================================================================
+ * Phenomena of Jupiter's satellites             (src/psat/jovian.cpp)
+ * ====================================================================== */
+
+/* Result of JoviSatPhenomena. 48 bytes. */
+typedef struct JoviSatResult {
+    int32_t transit;        /* 1: in front of Jupiter's disc, seen by the observer */
+    int32_t occultation;    /* 1: behind the disc, seen by the observer */
+    int32_t shadowTransit;  /* 1: its shadow falls on the disc */
+    int32_t eclipse;        /* 1: inside Jupiter's shadow (seen from the Sun) */
+    /* Where the shadow falls, valid only when shadowTransit is 1: the point
+     * of Jupiter's spheroid hit by the line from the Sun through the
+     * satellite, from Jupiter's centre, on the J2000.0 equatorial axes, in
+     * units of Jupiter's equatorial radius (71492 km). The spheroid has the
+     * polar radius a / 1.071374 along the pole of the ecliptic of date. */
+    double shadowPoint[3];
+} JoviSatResult;
+
+/* Phenomena of a Jupiter satellite for t from Jupiter's record (CalcPlanet,
+ * code 3) and the satellite's (CalcSatellite) for the same t. The disc test
+ * compares ecliptic latitude and longitude differences with Jupiter's
+ * radius angle, flattened by 1.071374 towards the ecliptic poles; the
+ * longitude difference is not multiplied by cos(latitude) (the disc is a
+ * little wider in longitude than the planet). Clears the four flags, then
+ * sets them; a null t or record leaves them cleared; a null out does
+ * nothing. */
+KVX_API void JoviSatPhenomena(const ATime *t, const BodyPos *jupiter, const BodyPos *satellite, JoviSatResult *out);
+
+/* end of: Phenomena of Jupiter's satellites */
+
+/* ======================================================================
+ * Rise, transit and set                 (src/riseset/riseset.cpp)
+ * ====================================================================== */
+
+/* Body codes of the rise/set functions: -10 a fixed star (object: an Ad with
+ * the J2000.0 right ascension and declination), -2 the Sun, -1 the Moon,
+ * 0..11 the planets and dwarf planets of CalcPlanet, 100..1999 satellites of
+ * planets (GetSatelliteCode), 2000 and above a comet (object: its
+ * CometElements). Any other code is a point at right ascension 0,
+ * declination 0. Event: 1 rise, 2 transit (upper meridian passage), 3 set. */
+#define KVX_RS_STAR    (-10)
+#define KVX_RS_RISE    1
+#define KVX_RS_TRANSIT 2
+#define KVX_RS_SET     3
+
+/* Prepares the one library-wide day context for the local civil date of
+ * date (year, month, day and tz; the clock fields are ignored) and the
+ * observer (null: the centre of the Earth, latitude and longitude 0): the
+ * day runs from local midnight to the next, [jd0 - tz/24, jd0 - tz/24 + 1)
+ * in UT, jd0 being CalcJd(year, month, day). Must run before GetRiseSet,
+ * GetRiseSetEx and CheckCircumPolar; valid until the next call. Not thread
+ * safe: the context is shared, unguarded state. A null date (or a
+ * non-finite tz) leaves no day prepared, and the other functions return 0. */
+KVX_API void InitRiseSet(const ADate *date, const Observer *observer);
+/* The universal-time Julian date of the event of body on the prepared day,
+ * written to result: returns 1, or 0 when there is none that day (always
+ * above or below the horizon, the altitude is not reached, an observer at a
+ * pole, a place that cannot be computed). Pass the tz and observer given to
+ * InitRiseSet. altitude 0: the standard horizon, the centre at 35'08" of
+ * refraction plus the dip of the horizon for the observer's height below
+ * the geometric horizon, and for the Sun its upper limb; the correction is
+ * a first-order shift of the hour angle, so at high latitudes, where the
+ * body meets the horizon at a grazing angle, the time can be minutes off.
+ * Any other altitude (degrees) is reached by the geometric centre, with no
+ * correction. Places: the Sun linear between the two local midnights, the
+ * Moon topocentric, planets and comets geocentric, stars mean of date
+ * (precession only). A transit that the search rejects (e.g. of a
+ * circumpolar body) comes from an iteration on the right ascension alone;
+ * its last estimate is written even when it returns 0. On 0 the result is
+ * otherwise left untouched. */
+KVX_API int32_t GetRiseSet(double tz, int32_t body, const void *object, int32_t event, const Observer *observer, double altitude, double *result);
+/* Up to three events of the kind on the prepared day (the Moon can rise
+ * twice in one civil day), ascending; returns the count. maxCount < 1
+ * gives 0, maxCount 1 at most GetRiseSet's result; with maxCount 2 or more
+ * up to three entries are written, so results must hold three. */
+KVX_API int32_t GetRiseSetEx(double tz, int32_t body, const void *object, int32_t event, const Observer *observer, double altitude, double *results, int32_t maxCount);
+/* Whether body stays above (state 1), below (-1) the standard horizon on
+ * the prepared day or rises and sets (0), from its declination at local
+ * noon: returns 1, or 0 when the place cannot be computed. Only tz is read
+ * from date. For southern observers the test practically never decides (1
+ * or -1 are reported only for impossible declinations): the rise/set search
+ * answers for them. */
+KVX_API int32_t CheckCircumPolar(int32_t body, const void *object, const ADate *date, const Observer *observer, int32_t *state);
+/* Sunrise and sunset (upper limb on the standard horizon) of the local
+ * date of date: InitRiseSet, then GetRiseSet for the Sun. Return 1 with
+ * the UT Julian date, or 0. */
+KVX_API int32_t GetSunRise(const ADate *date, const Observer *observer, double *result);
+KVX_API int32_t GetSunSet(const ADate *date, const Observer *observer, double *result);
+/* As GetSunRise/GetSunSet with the Sun's geometric centre at the altitude
+ * of the whole number of degrees given (-6, -12, -18: civil, nautical,
+ * astronomical twilight); 0 degrees is the standard horizon. */
+KVX_API int32_t GetSunRiseDeg(const ADate *date, const Observer *observer, double *result, int32_t degrees);
+KVX_API int32_t GetSunSetDeg(const ADate *date, const Observer *observer, double *result, int32_t degrees);
+/* Whether b lies within radius degrees of a: 0 at once (outputs untouched)
+ * when the difference of the first members or of the second members,
+ * moved into -180..180 and clamped to +-90 (degmal2), exceeds 1.1 radius
+ * (a box without a cos(latitude) factor); else the position angle and
+ * distance of AdToPaDist(a, b) are written (either may be null) and 1 is
+ * returned when the distance is at most radius. */
+KVX_API int32_t IsTransit(const Ad *a, const Ad *b, double radius, double *positionAngle, double *distance);
+
+/* end of: Rise, transit and set */
+
+/* ======================================================================
  * Solar terms and seasonal days              (src/calendar/solar_term.cpp)
  *
  * Process-wide caches: Sekki_CheckDay and Sekki_GetTableData share one

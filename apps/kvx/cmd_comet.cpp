@@ -50,8 +50,7 @@ CometElements ParseMpcLine(const std::string &line) {
 
 }  // namespace
 
-int RunComet(const Args &args) {
-    args.ExpectPositional(0, 0);
+CometElements CometFromArgs(const Args &args) {
     CometElements el;
     if (auto line = args.Option("line")) {
         el = ParseMpcLine(*line);
@@ -89,6 +88,12 @@ int RunComet(const Args &args) {
         el.h = args.Number("H", 10.0);
         el.slope = args.Number("K", 10.0);
     }
+    return el;
+}
+
+int RunComet(const Args &args) {
+    args.ExpectPositional(0, 0);
+    const CometElements el = CometFromArgs(args);
     Place place;
     ATime t = TimeFromArgs(args, &place);
     BodyPos sun, c;

@@ -26,6 +26,8 @@ int RunMeteors(const Args &args);
 int RunCalendar(const Args &args);
 int RunHolidays(const Args &args);
 int RunTerms(const Args &args);
+int RunRise(const Args &args);
+int RunTwilight(const Args &args);
 
 // What every almanac section is given: the place, the local date and the
 // same instant as a universal-time Julian date.
@@ -42,5 +44,7 @@ void PlanetsAlmanacText(const AlmanacContext &c);
 void PlanetsAlmanacJson(const AlmanacContext &c, Json &out);
 void MoonAlmanacText(const AlmanacContext &c);
 void MoonAlmanacJson(const AlmanacContext &c, Json &out);
+void RiseSetAlmanacText(const AlmanacContext &c);
+void RiseSetAlmanacJson(const AlmanacContext &c, Json &out);
 
 }  // namespace kvx::cli

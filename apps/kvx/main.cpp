@@ -41,6 +41,11 @@ const Command kCommands[] = {
      {"json"}, RunComet},
     {"moon", "moon [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunMoon},
     {"phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases},
+    {"rise",
+     "rise [sun|moon|PLANET|SATELLITE|all | --star RA DEC | --comet ELEMENTS] [--date YYYY-MM-DD] [--days N | --year Y] "
+     KVX_PLACE " [--json]",
+     {"json", "comet"}, RunRise},
+    {"twilight", "twilight [--date YYYY-MM-DD] [--days N | --year Y] " KVX_PLACE " [--json]", {"json"}, RunTwilight},
     {"orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit},
     {"data", "data [--json]", {"json"}, RunData},
     {"meteors", "meteors [--json]", {"json"}, RunMeteors},

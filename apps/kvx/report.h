@@ -29,6 +29,10 @@ std::string BodyLineJson(const ATime &t, const BodyLine &l);
 // The ATime of the --date and place options (now, Tokyo by default).
 ATime TimeFromArgs(const Args &args, Place *place);
 
+// A comet's elements from --line 'MPC line', --file F [--name TEXT], or
+// --T --q --e --peri --node --incl [--equinox --H --K --name].
+CometElements CometFromArgs(const Args &args);
+
 // The Sun (filled into *sun) followed by Mercury to Pluto.
 std::vector<BodyLine> SunAndPlanets(ATime &t, BodyPos *sun);
 

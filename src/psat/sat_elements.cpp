@@ -1,0 +1,94 @@
+// Shared orbit geometry of the satellite theories: equinoctial elements to
+// rectangular coordinates, and the dispatcher from satellite codes to the
+// theories.
+#include <cmath>
+
+#include "psat/sat_theory.h"
+
+namespace kvx::psat {
+
+namespace {
+constexpr int kMaxKeplerIterations = 30;
+constexpr double kVelocityStep = 1.0e-4;  // days
+constexpr double kKmPerAu = 149597870.0;
+constexpr double kSecondsPerDay = 86400.0;
+
+// GM of the planets with their satellites' share, km^3/s^2 (JPL: Mars
+// MAR097, Jupiter JUP365, Saturn SAT441, Uranus URA111, Neptune NEP097,
+// Pluto PLU058 system values).
+double PlanetGmKm(int hundreds) {
+    switch (hundreds) {
+    case 4: return 42828.37;
+    case 5: return 126712764.1;
+    case 6: return 37940584.8;
+    case 7: return 5794556.4;
+    case 8: return 6836527.1;
+    case 9: return 975.5;
+    default: return 0.0;
+    }
+}
+}  // namespace
+
+void EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3]) {
+    // Eccentric longitude F from Kepler's equation lambda = F - k sin F + h cos F
+    // (Broucke & Cefola 1972), Newton's method.
+    double F = lambda + k * std::sin(lambda) - h * std::cos(lambda);
+    for (int it = 0; it < kMaxKeplerIterations; ++it) {
+        const double cf = std::cos(F), sf = std::sin(F);
+        const double d = (lambda - F + k * sf - h * cf) / (1.0 - k * cf - h * sf);
+        F += d;
+        if (!(std::fabs(d) >= 1.0e-13)) break;
+    }
+    const double cf = std::cos(F), sf = std::sin(F);
+    const double dle = h * cf - k * sf;
+    const double phi = std::sqrt(1.0 - k * k - h * h);
+    const double psi = 1.0 / (1.0 + phi);
+    const double x1 = a * (cf - k - psi * h * dle);
+    const double y1 = a * (sf - h + psi * k * dle);
+    const double f2 = 2.0 * std::sqrt(1.0 - q * q - p * p);
+    const double p2 = 1.0 - 2.0 * p * p, q2 = 1.0 - 2.0 * q * q, pq = 2.0 * p * q;
+    out[0] = x1 * p2 + y1 * pq;
+    out[1] = x1 * pq + y1 * q2;
+    out[2] = (q * y1 - x1 * p) * f2;
+}
+
+int SatellitePosition(int code, double jde, double out[3]) {
+    if (!std::isfinite(jde)) return 1;
+    const int hundreds = code / 100, index = code % 100;
+    double v[3];
+    int rc = 1;
+    switch (hundreds) {
+    case 4: rc = (index == 1 || index == 2) ? MeanElementSatellite(code, jde, v) : 1; break;
+    case 5:
+        if (index >= 1 && index <= 4) rc = GalileanL12(index, jde, v);
+        else if (index == 5) rc = MeanElementSatellite(code, jde, v);
+        break;
+    case 6: rc = (index >= 1 && index <= 8) ? SaturnMeeus(index, jde, v) : 1; break;
+    case 7: rc = (index >= 1 && index <= 5) ? UranusGust86(index, jde, v) : 1; break;
+    case 8: rc = (index == 1 || index == 2) ? MeanElementSatellite(code, jde, v) : 1; break;
+    case 9: rc = index == 1 ? MeanElementSatellite(code, jde, v) : 1; break;
+    default: break;
+    }
+    if (rc != 0) return rc;
+    if (!std::isfinite(v[0]) || !std::isfinite(v[1]) || !std::isfinite(v[2])) return 1;
+    out[0] = v[0];
+    out[1] = v[1];
+    out[2] = v[2];
+    return 0;
+}
+
+int SatelliteState(int code, double jde, double pos[3], double vel[3]) {
+    double a[3], b[3];
+    if (SatellitePosition(code, jde, pos) != 0) return 1;
+    if (SatellitePosition(code, jde - kVelocityStep, a) != 0 || SatellitePosition(code, jde + kVelocityStep, b) != 0)
+        return 1;
+    for (int i = 0; i < 3; ++i) vel[i] = (b[i] - a[i]) / (2.0 * kVelocityStep);
+    return 0;
+}
+
+double SatelliteGm(int code) {
+    const double gm = PlanetGmKm(code / 100);
+    return gm * kSecondsPerDay * kSecondsPerDay / (kKmPerAu * kKmPerAu * kKmPerAu);
+}
+
+}  // namespace kvx::psat
