@@ -101,16 +101,6 @@ TEST(FixedPoint, InterpolationErrorAgainstLibm) {
     }
 }
 
-TEST(FixedPoint, RestrictedArcTangent) {
-    // atan2 for x >= 0 inside the unit disc: asin(y / r) equals atan2(y, x).
-    for (double ang = -1.5; ang <= 1.5; ang += 0.01) {
-        const double r = 0.7;
-        const int32_t y = int32_t(r * std::sin(ang) * kOne), x = int32_t(r * std::cos(ang) * kOne);
-        EXPECT_NEAR(fxpatan2(y, x) / kOne, ang, 2e-4) << ang;
-        EXPECT_NEAR(fxpatan2(y, -x) / kOne, ang, 2e-4) << ang;  // x < 0 gives the same
-    }
-}
-
 TEST(FixedPoint, ConversionsTruncateTowardZero) {
     const Dc v{0.5, -0.3, 0.9999999999};
     FxVec f{};

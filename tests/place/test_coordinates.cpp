@@ -164,23 +164,6 @@ TEST(Coordinates, GalacticAndEclipticAnchors) {
     EXPECT_NEAR(solstice.d, 0.0, 1e-12);
 }
 
-// With the nutation matrix the identity, an apparent system differs from
-// the mean one by AnnualAberration alone.
-TEST(Coordinates, ApparentSystemsAddAberration) {
-    const ATime t = HandTime(2455000.5, 23.4393, 23.4393, nullptr, nullptr, 40.0, 35.0);
-    for (int i = 0; i < 100; ++i) {
-        const Ad in{i * 3.6, -60.0 + i * 1.2};
-        double p[3], q[3];
-        UnitVector(in.a, in.d, p);
-        AnnualAberration(&t, p, 1, q);
-        const Ad app = Convert(t, 3, in, 6);
-        EXPECT_LT(SepArcsec(app.a, app.d, std::atan2(q[1], q[0]) / kDegToRad, std::asin(q[2]) / kDegToRad), 1e-9);
-        const double shift = SepArcsec(app, Convert(t, 3, in, 5));
-        EXPECT_NEAR(SepArcsec(Convert(t, 3, in, 9), Convert(t, 3, in, 8)), shift, 1e-9);
-        EXPECT_NEAR(SepArcsec(Convert(t, 3, in, 2), Convert(t, 3, in, 1)), shift, 1e-9);
-    }
-}
-
 TEST(PositionAngle, PaDistToAdInvertsAdToPaDist) {
     const Ad c{10.0, 20.0}, north{10.0, 30.0};
     double pa = 0.0, dist = 0.0;

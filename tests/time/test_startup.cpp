@@ -19,7 +19,6 @@
 #include "kvxlib.h"
 #include "platform/settings.h"
 #include "test_support.h"
-#include "time/startup.h"
 
 namespace {
 
@@ -233,24 +232,6 @@ TEST(StartupSettings, ConfigurationFileLines) {
     EXPECT_FALSE(kvx::platform::ReadSettingFromFile(conf.c_str(), "Missing", buf, sizeof buf));
     EXPECT_FALSE(kvx::platform::ReadSettingFromFile("/nonexistent.conf", "DtUtFile", buf, sizeof buf));
     fs::remove(conf);
-}
-
-TEST(StartupSettings, DefaultPathIsTheNameInTheLibrarysDirectory) {
-    // In the test program the "library" is the test executable itself.
-    setenv("XDG_CONFIG_HOME", "/nonexistent", 1);
-    setenv("XDG_CONFIG_DIRS", "/nonexistent", 1);
-    char module[260], path[260];
-    ASSERT_TRUE(kvx::platform::ModuleFileName(module, sizeof module));
-    std::string dir = module;
-    dir.erase(dir.rfind('/') + 1);
-    kvx::startup::BuildPath("MeteorFile", "meteor.txt", path);
-    EXPECT_EQ(std::string(path), dir + "meteor.txt");
-    kvx::startup::BuildPath("JplEphUnixFile", "", path);
-    EXPECT_EQ(std::string(path), dir);
-    // A default name that leaves no room keeps the path within 259 characters.
-    kvx::startup::BuildPath("MeteorFile", std::string(300, 'n').c_str(), path);
-    EXPECT_LE(std::string(path).size(), 259u);
-    EXPECT_FALSE(kvx::startup::ReadOnMemory());
 }
 
 }  // namespace

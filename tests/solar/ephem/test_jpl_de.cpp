@@ -121,27 +121,6 @@ TEST(JplDeReader, ExactEndUsesTheLastRecordAndAMomentLaterFails) {
     EXPECT_EQ(de.r->cachedRecord, 2);
 }
 
-TEST(JplDeReader, SuccessiveQueriesInOneRecordReadTheFileOnce) {
-    ReaderPtr de(kDe);
-    double a[6], b[6];
-    ASSERT_EQ(Eval(de.r, 2451545.0, 5, 11, a), 0);
-    const int record = de.r->cachedRecord;
-    // Mark the buffered record: a second query in the same record must use
-    // the buffer as it is, one in another record must read afresh.
-    de.r->buffer[2] += 1e6;  // Mercury x, constant term of the first 8-day sub-interval
-    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
-    EXPECT_EQ(de.r->cachedRecord, record);
-    double fresh[6];
-    {
-        ReaderPtr other(kDe);
-        ASSERT_EQ(Eval(other.r, 2451540.0, 1, 12, fresh), 0);
-    }
-    EXPECT_NEAR(b[0] - fresh[0], 1e6 / 149597870.691, 1e-12);
-    ASSERT_EQ(Eval(de.r, 2451600.0, 1, 12, b), 0);
-    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
-    EXPECT_EQ(b[0], fresh[0]);
-}
-
 TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
     ReaderPtr de(kDe);
     double pv[6];

@@ -159,41 +159,6 @@ TEST(CalcPlanetLbr, HeliocentricPlaceOfDate) {
     EXPECT_NEAR(r, sun.f[13], 1e-12);
 }
 
-// The Earth is the negated Sun only inside the built-in theories' range
-// (2086307.5 < jd < 2816787.5); outside it, like Mars and Saturn, it comes
-// from the mean elements of date (here the Earth-Moon barycentre's).
-TEST(CalcPlanetLbr, EarthOutsideTheTheoryRangeUsesTheMeanElements) {
-    for (double jd : {1900000.5, 2086307.5, 2816787.5, 2900000.5}) {
-        OrbitElm el;
-        ASSERT_EQ(GetPlanetOrbitElm(-3, jd, &el), 1);
-        double ecl[3];
-        ASSERT_EQ(GetPlanetByElement(&el, jd, ecl, nullptr), 1);
-        // J2000 ecliptic -> J2000 equator -> mean equator of date -> ecliptic of date.
-        double rx[9], pm[9], back[9];
-        RotateX(-GetEp(2451545.0), rx);
-        GetPrecMtx(2451545.0, jd, pm);
-        RotateX(GetEp(jd), back);
-        Dc v{ecl[0], ecl[1], ecl[2]};
-        RotateDc(&v, rx, &v);
-        RotateDc(&v, pm, &v);
-        RotateDc(&v, back, &v);
-        Ad ad;
-        DcToAdR(&v, &ad);
-        double lb[2], r;
-        ASSERT_EQ(CalcPlanetLbr(-3, jd, lb, &r), 1);
-        EXPECT_NEAR(std::remainder(lb[0] - ad.a, 360.0), 0.0, 1e-9) << jd;
-        EXPECT_NEAR(lb[1], ad.d, 1e-9) << jd;
-        EXPECT_NEAR(r, std::sqrt(ecl[0] * ecl[0] + ecl[1] * ecl[1] + ecl[2] * ecl[2]), 1e-12) << jd;
-    }
-    // One step inside the range the Earth is the negated Sun again.
-    const double jd = std::nextafter(2816787.5, 0.0);
-    ATime t = AtJde(jd);
-    BodyPos sun, p;
-    CalcSun(&t, &sun);
-    ASSERT_EQ(CalcPlanet(-3, &t, &sun, &p), 1);
-    for (int k = 0; k < 3; ++k) EXPECT_EQ(p.f[10 + k], sun.f[7 + k]);
-}
-
 TEST(GetPhase, FullNewAndQuarter) {
     BodyPos sun, body;
     sun.f[0] = 10.0;

@@ -96,25 +96,6 @@ TEST(SunFromPlanetFile, BlendsIntoTheTheoryOverFiftyDays) {
     for (int i = 0; i < 3; ++i) EXPECT_EQ(v[i], a[i]);
 }
 
-TEST(SunFromDe, TheBlendAppliesToDeAnswersToo) {
-    Files files(true, true);
-    double start, end, v[3], a[3], d[3];
-    ASSERT_EQ(kvx::planetxyz::Range(-3, &start, &end), 1);
-    const double jde = end - 10.0;  // inside the DE span, in the blend window
-    ASSERT_EQ(kvx::jpl::Query(-3, jde, -2, d, nullptr), 1);
-    kvx::sun::GetSunVector(jde, v);
-    kvx::sun::AnalyticSunVector(jde, a);
-    const double w = 10.0 / 50.0;
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(v[i], w * -d[i] + (1 - w) * a[i], 1e-15);
-}
-
-// Past the end of a body's block the two-body orbit through the file's last
-// state follows the body far better than the mean elements do (Swiss
-// Ephemeris' heliocentric vectors, 4.5 and 187 days past the end). Mercury,
-// Venus and Jupiter have analytic series within a few arcseconds, which
-// half a year on beat the osculating orbit (Mercury 0.3" against 1.8",
-// Venus 0.7" against 11.4" measured): the comparison holds for the other
-// planets only, the extrapolation's own limits for all.
 TEST(PlanetDispatcher, ExtrapolatesPastTheFileWithTwoBodyMotion) {
     const auto rows = ReadRows(ReferencePath("planets_swe_helio.txt"));
     int checked = 0;
