@@ -67,6 +67,23 @@ TEST(CalcComet, AstrometricPlaceMatchesPyEphem) {
     EXPECT_EQ(CalcComet(&el, &t, &sun, &c), 0);
 }
 
+// Elements referred to B1950.0 are precessed to J2000.0 first: the same
+// numbers read as B1950.0 turn the orbit by 50 years of precession (0.7
+// degree about the ecliptic pole), which moves Halley's comet at its 1986
+// perihelion by a fraction of that as seen from the Earth.
+TEST(CalcComet, ElementsOfAnotherEquinoxArePrecessed) {
+    CometElements el = Orbit(0);
+    ATime t = AtJde(2446470.95);
+    BodyPos sun, j2000, b1950;
+    CalcSun(&t, &sun);
+    ASSERT_EQ(CalcComet(&el, &t, &sun, &j2000), 1);
+    el.equinox = 1950.0;
+    ASSERT_EQ(CalcComet(&el, &t, &sun, &b1950), 1);
+    const double shift = SepArcsec(j2000.f[0], j2000.f[1], b1950.f[0], b1950.f[1]) / 3600.0;
+    EXPECT_GT(shift, 0.05);
+    EXPECT_LT(shift, 2.0);
+}
+
 TEST(GetCometOrbit, EllipseParabolaHyperbola) {
     double xyz[3 * 41];
     // Ellipse: closed, through perihelion (first point) and aphelion (middle).
