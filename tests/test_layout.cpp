@@ -1,7 +1,5 @@
 // Pins the size and field offsets of the public records: the layout is the
 // binary interface with applications and must not drift.
-#include <gtest/gtest.h>
-
 #include <cstddef>
 
 #include "kvxlib.h"
@@ -33,18 +31,27 @@ static_assert(sizeof(ATime) == 592);
 // BodyPos: field k at byte 8(k-1); the integer views share the slots.
 static_assert(sizeof(BodyPos) == 296);
 static_assert(offsetof(BodyPos, moon.fx) == 8 * 26);
+// The field views of BodyPos: field k (from 1) at byte 8(k-1), integer k at 4(k-1).
+static_assert(offsetof(BodyPos, i) == 0 && offsetof(BodyPos, f) == 0);
+static_assert(sizeof(MeteorInfo) == 136);
+static_assert(offsetof(MeteorInfo, number) == 0 && offsetof(MeteorInfo, code) == 4 && offsetof(MeteorInfo, name) == 8 &&
+              offsetof(MeteorInfo, name2) == 40 && offsetof(MeteorInfo, value) == 72 &&
+              offsetof(MeteorInfo, intValue) == 112 && offsetof(MeteorInfo, value6) == 120 &&
+              offsetof(MeteorInfo, optional) == 128);
 
 static_assert(sizeof(DataFileInfo) == 40 && offsetof(DataFileInfo, count) == 24 &&
               offsetof(DataFileInfo, body) == 36);
 
-TEST(Layout, BodyPosFieldAccessors) {
-    BodyPos bp{};
-    KVX_BODYPOS_FIELD(bp, 7) = 1.5;
-    KVX_BODYPOS_INT(bp, 37) = -12;
-    bp.moon.fx.y = 77;
-    const unsigned char *base = reinterpret_cast<const unsigned char *>(&bp);
-    EXPECT_EQ(reinterpret_cast<const unsigned char *>(&KVX_BODYPOS_FIELD(bp, 7)) - base, 48);
-    EXPECT_EQ(reinterpret_cast<const unsigned char *>(&KVX_BODYPOS_INT(bp, 37)) - base, 288);
-    EXPECT_EQ(bp.i[53], 77);
-    EXPECT_EQ(bp.f[6], 1.5);
-}
+static_assert(sizeof(OrbitElm) == 80, "OrbitElm is ten doubles");
+static_assert(offsetof(OrbitElm, epoch) == 0 && offsetof(OrbitElm, a) == 8 && offsetof(OrbitElm, e) == 16);
+static_assert(offsetof(OrbitElm, incl) == 24 && offsetof(OrbitElm, node) == 32 && offsetof(OrbitElm, peri) == 40);
+static_assert(offsetof(OrbitElm, m) == 48 && offsetof(OrbitElm, n) == 56 && offsetof(OrbitElm, equinox) == 64);
+static_assert(sizeof(CometElements) == 136);
+static_assert(offsetof(CometElements, kind) == 0 && offsetof(CometElements, number) == 4 && offsetof(CometElements, designation) == 8);
+static_assert(offsetof(CometElements, perihelionJd) == 40 && offsetof(CometElements, e) == 48 && offsetof(CometElements, q) == 56);
+static_assert(offsetof(CometElements, peri) == 64 && offsetof(CometElements, node) == 72 && offsetof(CometElements, incl) == 80);
+static_assert(offsetof(CometElements, equinox) == 88 && offsetof(CometElements, h) == 96 && offsetof(CometElements, slope) == 104);
+static_assert(offsetof(CometElements, epoch) == 112 && offsetof(CometElements, validFrom) == 120 && offsetof(CometElements, validTo) == 128);
+static_assert(sizeof(((CometElements *)nullptr)->designation) == 32);
+static_assert(sizeof(MoonPhase) == 16);
+static_assert(offsetof(MoonPhase, phase) == 0 && offsetof(MoonPhase, jd) == 8);

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <string>
 
+#include "support/json.h"
 #include "test_support.h"
 
 namespace kvx::test {
@@ -18,7 +19,8 @@ struct KvxResult {
     int status;       // exit status, -1 when the command did not exit normally
     std::string out;  // standard output
     std::string err;  // standard error without load-time diagnostics
-    bool Has(const char *text) const { return out.find(text) != std::string::npos; }
+    bool Has(const std::string &text) const { return out.find(text) != std::string::npos; }
+    Json json() const { return Json::Parse(out); }
     int ErrLines() const {
         int n = 0;
         for (char c : err) n += c == '\n';

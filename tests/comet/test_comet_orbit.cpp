@@ -40,13 +40,6 @@ TEST(CometSolver, PerihelionPositionForEveryEccentricity) {
     }
 }
 
-TEST(CometSolver, ZeroPerihelionDistanceFails) {
-    OrbitState s;
-    for (double e : {0.5, 0.99, 1.0, 1.5}) EXPECT_EQ(kvx::comet::SolveOrbit(2451600.0, Elements(e, 0.0), &s, false), 0);
-}
-
-// Energy (vis-viva) and angular momentum of the state every solver returns,
-// over a wide range of times: checks positions and velocities together.
 TEST(CometSolver, VelocitiesObeyVisVivaAndAngularMomentum) {
     const double k = 0.01720209895;
     for (double e : {0.1, 0.59, 0.6, 0.95, 0.97999, 0.98, 0.9999, 1.0, 1.0001, 1.3, 3.0}) {
@@ -127,18 +120,6 @@ TEST(CometMagnitude, CometAndMinorPlanetLaws) {
     EXPECT_LT(kvx::comet::Magnitude(m, 1.0, 2.0, 1.0), kvx::comet::Magnitude(m, 1.2, 2.0, 1.3) - 5 * std::log10(1.3));
 }
 
-TEST(CometMagnitude, MinorPlanetDesignation) {
-    CometElements el = Elements(0.1, 2.0);
-    std::strcpy(el.designation, "2002A");
-    EXPECT_TRUE(kvx::comet::IsMinorPlanet(el));
-    std::strcpy(el.designation, "1P/Halley");
-    EXPECT_FALSE(kvx::comet::IsMinorPlanet(el));
-    std::strcpy(el.designation, "A2017");
-    EXPECT_FALSE(kvx::comet::IsMinorPlanet(el));
-    el.kind = 'M';
-    EXPECT_TRUE(kvx::comet::IsMinorPlanet(el));
-}
-
 TEST(GetVectorConst, GaussVectorsAreTheFirstColumnsOfTheOrientation) {
     for (double year : {2000.0, 1950.0, -5000.0, 7000.0}) {
         double pq[9], m[9];
@@ -159,7 +140,6 @@ TEST(GetVectorConst, GaussVectorsAreTheFirstColumnsOfTheOrientation) {
     EXPECT_NEAR(pq[7], std::sin(kvx::DegToRad(23.83253)), 1e-15);
     GetVectorConst(pq, 0.0, 0.0, 0.0, 2000.0);
     EXPECT_NEAR(pq[7], std::sin(kvx::DegToRad(GetEp(CalcJd(2000.0, 1, 1.5)))), 1e-15);
-    GetVectorConst(nullptr, 0, 0, 0, 2000.0);  // no crash
 }
 
 }  // namespace

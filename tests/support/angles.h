@@ -16,6 +16,13 @@ inline double WrapDeg(double a) { return std::remainder(a, 360.0); }
 // The same in arcseconds.
 inline double DiffArcsec(double a, double b) { return WrapDeg(a - b) * 3600.0; }
 
+// Unit vector of a direction in degrees.
+inline void UnitVector(double lon, double lat, double out[3]) {
+    out[0] = std::cos(lat * kDegToRad) * std::cos(lon * kDegToRad);
+    out[1] = std::cos(lat * kDegToRad) * std::sin(lon * kDegToRad);
+    out[2] = std::sin(lat * kDegToRad);
+}
+
 // Angle between two (not necessarily unit) vectors, arcseconds.
 inline double SepArcsec(const double a[3], const double b[3]) {
     const double cx = a[1] * b[2] - a[2] * b[1], cy = a[2] * b[0] - a[0] * b[2], cz = a[0] * b[1] - a[1] * b[0];
@@ -27,10 +34,9 @@ inline double SepArcsec(const double a[3], const double b[3]) {
 // Angular separation of two directions (longitude-like, latitude-like, in
 // degrees), arcseconds.
 inline double SepArcsec(double lon1, double lat1, double lon2, double lat2) {
-    const double a[3] = {std::cos(lat1 * kDegToRad) * std::cos(lon1 * kDegToRad),
-                         std::cos(lat1 * kDegToRad) * std::sin(lon1 * kDegToRad), std::sin(lat1 * kDegToRad)};
-    const double b[3] = {std::cos(lat2 * kDegToRad) * std::cos(lon2 * kDegToRad),
-                         std::cos(lat2 * kDegToRad) * std::sin(lon2 * kDegToRad), std::sin(lat2 * kDegToRad)};
+    double a[3], b[3];
+    UnitVector(lon1, lat1, a);
+    UnitVector(lon2, lat2, b);
     return SepArcsec(a, b);
 }
 inline double SepArcsec(const Ad &a, const Ad &b) { return SepArcsec(a.a, a.d, b.a, b.d); }
@@ -43,5 +49,36 @@ inline ATime AtJde(double jde, const Observer *obs = nullptr) {
     SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, obs, &t);
     return t;
 }
+
+// A record filled by hand: the given matrices (precession J2000 -> date and
+// nutation, their transposes as the inverses; identity when null),
+// obliquities, sidereal time and latitude. Exactly orthogonal frames keep
+// the library's own precession and nutation out of a comparison.
+inline ATime HandTime(double jde, double eps, double epsTrue, const double *prec = nullptr,
+                      const double *nut = nullptr, double lst = 0.0, double lat = 0.0) {
+    ATime t{};
+    t.jd = t.jde = jde;
+    t.eps = eps;
+    t.epsTrue = epsTrue;
+    t.lst = lst;
+    t.obsLatitude = lat;
+    t.obsHeight = lat == 0.0 ? -6378137.0 : 0.0;
+    UnitMatrix(t.precFromJ2000);
+    UnitMatrix(t.nutMtx);
+    for (int i = 0; i < 9; ++i) {
+        if (prec) t.precFromJ2000[i] = prec[i];
+        if (nut) t.nutMtx[i] = nut[i];
+    }
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) {
+            t.precToJ2000[3 * j + i] = t.precFromJ2000[3 * i + j];
+            t.nutInvMtx[3 * j + i] = t.nutMtx[3 * i + j];
+        }
+    RotateX(eps, t.eqToEcl);
+    RotateX(-eps, t.eclToEq);
+    return t;
+}
+
+inline double Norm(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
 
 }  // namespace kvx::test

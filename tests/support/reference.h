@@ -19,6 +19,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <sstream>
 #include <string>
@@ -57,6 +58,9 @@ public:
         Row(const Reference &ref, std::size_t index) : ref_(&ref), index_(index) {}
         double operator[](std::string_view column) const { return ref_->rows_[index_][ref_->Column(column)]; }
         double at(std::size_t k) const { return ref_->rows_[index_].at(k); }
+        // The numbers from a column on, for vectors and matrices stored in
+        // consecutive columns.
+        const double *From(std::string_view column) const { return &ref_->rows_[index_][ref_->Column(column)]; }
         std::size_t index() const { return index_; }
         // "row 17 (jde=2451545.5)": the row number and its first column.
         std::string Label() const {
@@ -129,24 +133,13 @@ public:
     explicit Comparison(std::vector<Bound> bounds) : bounds_(std::move(bounds)) {
         for (const auto &b : bounds_) worst_[b.quantity] = Worst{};
     }
-    // Adds |error| for a quantity; a NaN error counts as a failure.
+    // Adds |error| for a quantity; a NaN error counts as a failure. The
+    // label names the row in the failure message.
     void Add(std::string_view quantity, double error, const std::string &label) {
-        auto it = worst_.find(std::string(quantity));
-        if (it == worst_.end()) {
-            ADD_FAILURE() << "no bound stated for '" << quantity << "'";
-            return;
-        }
-        Worst &w = it->second;
-        ++w.count;
-        const double e = std::fabs(error);
-        if (std::isnan(w.value)) return;  // a NaN stays the worst
-        if (std::isnan(e) || e > w.value || w.count == 1) {
-            w.value = e;
-            w.label = label;
-        }
+        Update(quantity, error, [&] { return label; });
     }
     void Add(std::string_view quantity, double error, const Reference::Row &row) {
-        Add(quantity, error, row.Label());
+        Update(quantity, error, [&] { return row.Label(); });
     }
     // Rows deliberately left out; the test asserts how many with Skipped().
     void Skip() { ++skipped_; }
@@ -168,13 +161,29 @@ public:
     }
 
 private:
+    template <typename Label>
+    void Update(std::string_view quantity, double error, Label label) {
+        auto it = worst_.find(quantity);
+        if (it == worst_.end()) {
+            ADD_FAILURE() << "no bound stated for '" << quantity << "'";
+            return;
+        }
+        Worst &w = it->second;
+        ++w.count;
+        const double e = std::fabs(error);
+        if (std::isnan(w.value)) return;  // a NaN stays the worst
+        if (std::isnan(e) || e > w.value || w.count == 1) {
+            w.value = e;
+            w.label = label();
+        }
+    }
     struct Worst {
         double value = 0.0;
         std::string label;
         int count = 0;
     };
     std::vector<Bound> bounds_;
-    std::map<std::string, Worst> worst_;
+    std::map<std::string, Worst, std::less<>> worst_;
     int skipped_ = 0;
 };
 

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -20,8 +19,8 @@
 namespace {
 
 using kvx::jpl::Reader;
-using kvx::test::ReadRows;
-using kvx::test::ReferencePath;
+using kvx::test::Comparison;
+using kvx::test::Reference;
 using kvx::test::TestDataPath;
 
 const std::string kDe = TestDataPath("de405_2000.bin");
@@ -49,107 +48,65 @@ constexpr double kVelTol = 2e-17;   // AU/day
 // rounding of psi (~2600 rad, ulp 4.5e-13) over 0.002 day about 2e-10.
 constexpr double kLibrationRateTol = 1e-9;  // rad/day
 
-TEST(JplDeReader, OpensTheDe405ExcerptHeader) {
-    ReaderPtr de(kDe);
-    ASSERT_NE(de.r, nullptr);
-    EXPECT_EQ(de.r->deNumber, 405);
-    EXPECT_EQ(de.r->startJd, kStart);
-    EXPECT_EQ(de.r->endJd, kEnd);
-    EXPECT_EQ(de.r->stepDays, 32.0);
-    EXPECT_EQ(de.r->au, 149597870.691);
-    EXPECT_EQ(de.r->emrat, 81.30056);
-    EXPECT_EQ(de.r->numberOfConstants, 156);
-    EXPECT_EQ(de.r->coefficientsPerRecord, 1018);
-    EXPECT_EQ(de.r->recordBytes, 8144);
-    EXPECT_EQ(de.r->coefficientSize, 8);
-    EXPECT_EQ(de.r->cachedRecord, -1);
-    // Moon (entry 10): 13 coefficients, 8 sub-intervals; nutations 2
-    // coordinates; librations 10 coefficients, 4 sub-intervals.
-    EXPECT_EQ(de.r->pointers[9].first, 441);
-    EXPECT_EQ(de.r->pointers[9].count, 13);
-    EXPECT_EQ(de.r->pointers[9].subintervals, 8);
-    EXPECT_EQ(de.r->pointers[11].components, 2);
-    EXPECT_EQ(de.r->pointers[12].first, 899);
-    EXPECT_EQ(de.r->moonFactor, 1.0 / (1.0 + 81.30056));
-    EXPECT_EQ(de.r->earthFactor, 81.30056 / (1.0 + 81.30056));
-}
-
 TEST(JplDeReader, AgreesWithSwissEphemerisOnEveryBodyNutationsAndLibrations) {
     ReaderPtr de(kDe);
     ASSERT_NE(de.r, nullptr);
-    const auto rows = ReadRows(ReferencePath("jpl_barycentric.txt"));
-    ASSERT_EQ(rows.size(), 3200u);
-    double worstPos = 0, worstVel = 0, worstAngle = 0, worstRate = 0;
-    for (const auto &row : rows) {
-        const int target = static_cast<int>(row[1]);
-        const int centre = row[2] == 0 ? 1 : static_cast<int>(row[2]);  // centre unused for 14, 15
+    const Reference ref("jpl_barycentric.txt", {"jd", "target", "centre", "x", "y", "z", "vx", "vy", "vz"});
+    Comparison cmp({{"position_au", kPosTol, "the same coefficients summed in double precision"},
+                    {"velocity_au_d", kVelTol, "the same coefficients summed in double precision"},
+                    {"libration_rate", kLibrationRateTol, "the reference's central differences"}});
+    for (const auto &row : ref) {
+        const int target = static_cast<int>(row["target"]);
+        const int centre = row["centre"] == 0 ? 1 : static_cast<int>(row["centre"]);  // unused for 14, 15
         double pv[6];
-        ASSERT_EQ(Eval(de.r, row[0], target, centre, pv), 0) << row[0] << " " << target;
+        ASSERT_EQ(Eval(de.r, row["jd"], target, centre, pv), 0) << row.Label();
         for (int i = 0; i < 3; ++i) {
-            const double dp = std::fabs(pv[i] - row[3 + i]), dv = std::fabs(pv[3 + i] - row[6 + i]);
-            if (target >= 14) {
-                worstAngle = std::max(worstAngle, dp), worstRate = std::max(worstRate, dv);
-            } else {
-                worstPos = std::max(worstPos, dp), worstVel = std::max(worstVel, dv);
-            }
-            ASSERT_NEAR(pv[i], row[3 + i], kPosTol) << "jd " << row[0] << " target " << target << " axis " << i;
-            ASSERT_NEAR(pv[3 + i], row[6 + i], target == 15 ? kLibrationRateTol : kVelTol)
-                << "jd " << row[0] << " target " << target << " axis " << i;
+            cmp.Add("position_au", pv[i] - row.From("x")[i], row);
+            cmp.Add(target == 15 ? "libration_rate" : "velocity_au_d", pv[3 + i] - row.From("vx")[i], row);
         }
     }
-    RecordProperty("max_position_error_au", std::to_string(worstPos));
-    RecordProperty("max_velocity_error_au_per_day", std::to_string(worstVel));
-    std::printf("DE reader vs Swiss Ephemeris: position %.3g AU, velocity %.3g AU/d, "
-                "nutation/libration %.3g rad, %.3g rad/d\n",
-                worstPos, worstVel, worstAngle, worstRate);
+    cmp.Check();
 }
 
 TEST(JplDeReader, QueryAnswersEveryBodyPairOfTheLibraryCodes) {
     ASSERT_TRUE(kvx::jpl::OpenMain(kDe.c_str(), false));
-    const auto rows = ReadRows(ReferencePath("jpl_pairs.txt"));
-    ASSERT_EQ(rows.size(), 660u);
-    for (const auto &row : rows) {
+    const Reference ref("jpl_pairs.txt", {"jd", "target", "centre", "x", "y", "z", "vx", "vy", "vz"});
+    Comparison cmp({{"position_au", kPosTol, "the same coefficients summed in double precision"},
+                    {"velocity_au_d", kVelTol, "the same coefficients summed in double precision"}});
+    for (const auto &row : ref) {
         double p[3], v[3];
-        ASSERT_EQ(kvx::jpl::Query(static_cast<int>(row[1]), row[0], static_cast<int>(row[2]), p, v), 1);
+        ASSERT_EQ(kvx::jpl::Query(static_cast<int>(row["target"]), row["jd"], static_cast<int>(row["centre"]), p, v), 1);
         for (int i = 0; i < 3; ++i) {
-            ASSERT_NEAR(p[i], row[3 + i], kPosTol) << row[0] << " " << row[1] << " " << row[2];
-            ASSERT_NEAR(v[i], row[6 + i], kVelTol) << row[0] << " " << row[1] << " " << row[2];
+            cmp.Add("position_au", p[i] - row.From("x")[i], row);
+            cmp.Add("velocity_au_d", v[i] - row.From("vx")[i], row);
         }
     }
-    // Velocity is optional; codes without a JPL body, and the nutations as a
-    // centre, answer 0.
+    cmp.Check();
+    // Codes without a JPL body, and the nutations as a centre, answer 0.
     double p[3];
-    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -3, p, nullptr), 1);
-    EXPECT_EQ(kvx::jpl::Query(8, 2451545.0, -2, p, nullptr), 0);   // Eris
-    EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -4, p, nullptr), 0);
+    EXPECT_EQ(kvx::jpl::Query(8, 2451545.0, -2, p, nullptr), 0);  // Eris
     EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -30, p, nullptr), 0);
     EXPECT_EQ(kvx::jpl::Query(-2, kEnd + 1.0, -3, p, nullptr), 0);
-    // Nutations as the nutation code asks for them (centre code 0).
-    ASSERT_EQ(kvx::jpl::Query(-30, 2451545.0, 0, p, nullptr), 1);
+    ASSERT_EQ(kvx::jpl::Query(-30, 2451545.0, 0, p, nullptr), 1);  // nutations, centre code 0
     EXPECT_NEAR(p[0], -6.750248558835453e-05, 1e-18);
-    EXPECT_NEAR(p[1], -2.7992211590523916e-05, 1e-18);
     EXPECT_EQ(GetJplDeVersion(), 405);
     kvx::jpl::CloseMain();
     EXPECT_EQ(GetJplDeVersion(), -1);
     EXPECT_EQ(kvx::jpl::Query(-2, 2451545.0, -3, p, nullptr), 0);
 }
 
-// The file's content checked against another fit of the JPL ephemerides:
-// Swiss Ephemeris's lunar file is a compression of DE431, so it differs from
+// Swiss Ephemeris's lunar file is a compression of DE431: it differs from
 // DE405 by the two ephemerides' difference plus the compression error.
 TEST(JplDeReader, GeocentricMoonAgreesWithTheSwissEphemerisLunarFile) {
     ReaderPtr de(kDe);
-    const auto rows = ReadRows(ReferencePath("jpl_moon_se1.txt"));
-    ASSERT_EQ(rows.size(), 60u);
-    double worst = 0;
-    for (const auto &row : rows) {
+    const Reference ref("jpl_moon_se1.txt", {"jd", "x", "y", "z"});
+    Comparison cmp({{"km", 0.1, "DE405 vs DE431 and the lunar file's compression: tens of metres"}});
+    for (const auto &row : ref) {
         double pv[6];
-        ASSERT_EQ(Eval(de.r, row[0], 10, 3, pv), 0);
-        const double d = std::hypot(pv[0] - row[1], pv[1] - row[2], pv[2] - row[3]) * 149597870.691;
-        worst = std::max(worst, d);
+        ASSERT_EQ(Eval(de.r, row["jd"], 10, 3, pv), 0);
+        cmp.Add("km", std::hypot(pv[0] - row["x"], pv[1] - row["y"], pv[2] - row["z"]) * 149597870.691, row);
     }
-    std::printf("geocentric Moon, DE405 excerpt vs semo_18.se1: %.1f m\n", worst * 1000.0);
-    EXPECT_LT(worst, 0.1);  // km: tens of metres
+    cmp.Check();
 }
 
 TEST(JplDeReader, ExactEndUsesTheLastRecordAndAMomentLaterFails) {
@@ -162,39 +119,6 @@ TEST(JplDeReader, ExactEndUsesTheLastRecordAndAMomentLaterFails) {
     EXPECT_EQ(Eval(de.r, std::nan(""), 10, 3, pv), kvx::jpl::kOutOfRange);
     ASSERT_EQ(Eval(de.r, kStart, 10, 3, pv), 0);
     EXPECT_EQ(de.r->cachedRecord, 2);
-}
-
-TEST(JplDeReader, SuccessiveQueriesInOneRecordReadTheFileOnce) {
-    ReaderPtr de(kDe);
-    double a[6], b[6];
-    ASSERT_EQ(Eval(de.r, 2451545.0, 5, 11, a), 0);
-    const int record = de.r->cachedRecord;
-    // Mark the buffered record: a second query in the same record must use
-    // the buffer as it is, one in another record must read afresh.
-    de.r->buffer[2] += 1e6;  // Mercury x, constant term of the first 8-day sub-interval
-    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
-    EXPECT_EQ(de.r->cachedRecord, record);
-    double fresh[6];
-    {
-        ReaderPtr other(kDe);
-        ASSERT_EQ(Eval(other.r, 2451540.0, 1, 12, fresh), 0);
-    }
-    EXPECT_NEAR(b[0] - fresh[0], 1e6 / 149597870.691, 1e-12);
-    ASSERT_EQ(Eval(de.r, 2451600.0, 1, 12, b), 0);
-    ASSERT_EQ(Eval(de.r, 2451540.0, 1, 12, b), 0);
-    EXPECT_EQ(b[0], fresh[0]);
-}
-
-TEST(JplDeReader, EarthFromMoonIsMinusMoonFromEarth) {
-    ReaderPtr de(kDe);
-    for (double jd : {kStart, 2451545.0, 2451900.3, kEnd}) {
-        double em[6], me[6];
-        ASSERT_EQ(Eval(de.r, jd, 3, 10, em), 0);
-        ASSERT_EQ(Eval(de.r, jd, 10, 3, me), 0);
-        // Earth - barycentric Moon cancels the barycentre's position (~1 AU):
-        // a few units of its last place (1.1e-16) remain.
-        for (int i = 0; i < 6; ++i) EXPECT_NEAR(em[i], -me[i], 4.4e-16) << jd << " " << i;
-    }
 }
 
 TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
@@ -218,30 +142,6 @@ TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
     for (int i = 0; i < 3; ++i)  // the barycentre of the pair, weighted by EMRAT
         EXPECT_NEAR(emb[i], (81.30056 * earth[i] + moon[i]) / 82.30056, 4.4e-16);
     EXPECT_EQ(kvx::jpl::Evaluate(nullptr, 2451545.0, 3, 11, pv), kvx::jpl::kNotReady);
-}
-
-TEST(JplDeReader, VelocitiesAreTheDerivativeOfPositions) {
-    ReaderPtr de(kDe);
-    // Central difference over +-2^-10 day inside one Moon sub-interval (a
-    // power of two, so jd +- h is exact): truncation h^2/6 |x'''| stays below
-    // 3e-11 (Mercury), rounding below 3e-13 (libration psi ~2600 rad).
-    for (int target : {1, 3, 5, 10, 11, 14, 15}) {
-        const double jd = 2451547.3, h = 1.0 / 1024;
-        double a[6], b[6], c[6];
-        ASSERT_EQ(Eval(de.r, jd - h, target, target == 3 ? 11 : 3, a), 0);
-        ASSERT_EQ(Eval(de.r, jd + h, target, target == 3 ? 11 : 3, b), 0);
-        ASSERT_EQ(Eval(de.r, jd, target, target == 3 ? 11 : 3, c), 0);
-        for (int i = 0; i < 3; ++i) EXPECT_NEAR((b[i] - a[i]) / (2 * h), c[3 + i], 1e-10) << target << " " << i;
-    }
-}
-
-TEST(JplDeReader, RefusesVersionsOutsideTheTableWithOneLine) {
-    for (const char *name : {"de421.bin", "de_version_low.bin"}) {
-        const std::string path = TestDataPath("hostile/") + name;
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(kvx::jpl::Open(path.c_str()), nullptr) << name;
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "read JPL header failed. file=" + path + "\n");
-    }
 }
 
 TEST(JplDeReader, OnMemoryHandleAnswersNothing) {
@@ -310,12 +210,6 @@ TEST(JplDeReader, MoonFileHoldsTheMoonEarthAndSunOfTheDeFile) {
     kvx::jpl::CloseMoon();
     EXPECT_EQ(IsValidMoonXyzFile(), 0);
     EXPECT_EQ(kvx::jpl::MoonQuery(10, 2451600.0, 3, p, nullptr), 0);
-}
-
-TEST(JplDeReader, LibraryCodesMapToJplNumbers) {
-    const int expected[][2] = {{-31, 15}, {-30, 14}, {-3, 3}, {-2, 11}, {-1, 10}, {0, 1}, {1, 2}, {2, 4},
-                               {3, 5},    {4, 6},    {5, 7},  {6, 8},   {7, 9},   {8, 0}, {-4, 0}, {12, 0}};
-    for (const auto &e : expected) EXPECT_EQ(kvx::jpl::JplNumber(e[0]), e[1]) << e[0];
 }
 
 }  // namespace

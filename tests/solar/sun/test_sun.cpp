@@ -1,39 +1,83 @@
-// CalcSun: apparent place against Swiss Ephemeris, the physical ephemeris
-// against Meeus' worked example, and the record's fixed fields.
+// The Sun: the analytic theories against Swiss Ephemeris (DE431 files
+// sepl_18.se1 for 1900-2100, Moshier's ephemeris back to -2000) and PyEphem
+// (VSOP87, 3000-4000), made by tests/reference/sun_swe.c and
+// sun_short_pyephem.py; CalcSun's apparent place, its physical ephemeris
+// against Meeus' worked example, and the observer's offset.
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 
 #include "kvxlib.h"
+#include "solar/sun/sun.h"
+#include "solar/sun/sun_theory.h"
 #include "test_support.h"
 
-namespace {
+using namespace kvx::test;
 
-using kvx::test::ReadRows;
-using kvx::test::ReferencePath;
-using kvx::test::AtJde;
-using kvx::test::SepArcsec;
-
-TEST(CalcSun, ApparentPlaceMatchesSwissEphemeris1900To2100) {
-    const auto rows = ReadRows(ReferencePath("sun_swe_1900_2100.txt"));
-    double maxApp = 0, maxRa = 0, maxDec = 0;
-    for (const auto &r : rows) {
-        ATime t = AtJde(r[0]);
+TEST(SunTheory, AgainstSwissEphemeris1900To2100) {
+    const Reference ref("sun_swe_1900_2100.txt", {"jde", "lon", "lat", "r", "x", "y", "z", "ra", "dec"});
+    // Newcomb's theory is good to about 0.4"; its FK4 equinox drifts by
+    // about 1.3" per century from the dynamical one.
+    Comparison cmp({{"newcomb_lon_arcsec", 1.5, "Newcomb's theory on the FK4 equinox"},
+                    {"newcomb_lat_arcsec", 0.25, "Newcomb's latitude terms"},
+                    {"newcomb_r_au", 1e-6, "Newcomb's radius terms"},
+                    {"j2000_arcsec", 1.5, "the same, precessed and rotated from B1950.0"},
+                    {"earth_lat_arcsec", 0.3, "Newcomb's latitude terms and the precession back"},
+                    {"apparent_arcsec", 1.5, "the same plus aberration and truncated nutation"}});
+    for (const auto &row : ref) {
+        double l, b, r, v[3], lb[2];
+        kvx::sun::NewcombEclipticOfDate(row["jde"], &l, &b, &r);
+        cmp.Add("newcomb_lon_arcsec", DiffArcsec(l, row["lon"]), row);
+        cmp.Add("newcomb_lat_arcsec", (b - row["lat"]) * 3600.0, row);
+        cmp.Add("newcomb_r_au", r - row["r"], row);
+        kvx::sun::AnalyticSunVector(row["jde"], v);
+        cmp.Add("j2000_arcsec", SepArcsec(v, row.From("x")), row);
+        kvx::sun::GetEarthLbr(row["jde"], lb, &r);
+        cmp.Add("newcomb_lon_arcsec", DiffArcsec(lb[0] + 180.0, row["lon"]), row);
+        cmp.Add("earth_lat_arcsec", (lb[1] + row["lat"]) * 3600.0, row);
+        ATime t = AtJde(row["jde"]);
         BodyPos s;
         CalcSun(&t, &s);
-        const double sep = SepArcsec(s.f[2], s.f[3], r[7], r[8]);
-        maxApp = std::fmax(maxApp, sep);
-        maxRa = std::fmax(maxRa, std::fabs(std::remainder(s.f[2] - r[7], 360.0)) * 3600.0);
-        maxDec = std::fmax(maxDec, std::fabs(s.f[3] - r[8]) * 3600.0);
-        // Geocentric observer: the distance is the geocentric distance.
-        EXPECT_EQ(s.f[6], s.f[13]);
-        EXPECT_EQ(s.f[19], -1.0);
+        cmp.Add("apparent_arcsec", SepArcsec(s.f[2], s.f[3], row["ra"], row["dec"]), row);
     }
-    std::printf("CalcSun vs Swiss Ephemeris 1900-2100: apparent place max %.3f\" (RA %.3f\", Dec %.3f\")\n",
-                maxApp, maxRa, maxDec);
-    EXPECT_LT(maxApp, 1.5);
+    cmp.Check();
+}
+
+// The short theory outside 1500..2500 (strictly: at the bounds themselves
+// already), against the Moshier ephemeris and VSOP87; its error grows with
+// the distance from the present as its secular terms do.
+TEST(SunTheory, ShortTheoryOverSixMillennia) {
+    const struct {
+        const char *file;
+        double from, to, lonLimit;  // dynamical Julian dates, arcseconds
+    } spans[] = {
+        {"sun_swe_short.txt", 2268923.5, 2633972.5, 80.0},       // 1500..2500
+        {"sun_swe_short.txt", 990557.5, 2268923.5, 2500.0},      // -2000..1500
+        {"sun_swe_short.txt", 2633972.5, 2818000.5, 250.0},      // 2500..3000
+        {"sun_pyephem_short.txt", 2817000.0, 3182000.5, 1000.0}, // 3000..4000
+    };
+    for (const auto &s : spans) {
+        const Reference ref(s.file, {"jde", "lon", "r"});
+        Comparison cmp({{"lon_arcsec", s.lonLimit, "the short theory's secular terms"},
+                        {"r_au", 4e-4, "the short theory's radius terms"}});
+        for (const auto &row : ref) {
+            if (row["jde"] < s.from || row["jde"] >= s.to) continue;
+            double l, r;
+            kvx::sun::ShortEclipticOfDate(row["jde"], &l, &r);
+            cmp.Add("lon_arcsec", DiffArcsec(l, row["lon"]), row);
+            cmp.Add("r_au", r - row["r"], row);
+        }
+        cmp.Check();
+    }
+    // The switch: at the range bounds the vector is the short theory's.
+    for (double edge : {2086307.5, 2816787.5}) {
+        double atEdge[3], inside[3], l, r;
+        kvx::sun::AnalyticSunVector(edge, atEdge);
+        kvx::sun::AnalyticSunVector(edge < 2.5e6 ? std::nextafter(edge, 3e6) : std::nextafter(edge, 0.0), inside);
+        kvx::sun::ShortEclipticOfDate(edge, &l, &r);
+        EXPECT_NEAR(Norm(atEdge), r, 1e-12);
+        EXPECT_GT(SepArcsec(atEdge, inside), 1e-3) << edge;
+    }
 }
 
 // J. Meeus, Astronomical Algorithms (2nd ed. 1998), example 29.a:
@@ -45,12 +89,12 @@ TEST(CalcSun, PhysicalEphemerisMatchesMeeusExample) {
     CalcSun(&t, &s);
     EXPECT_NEAR(s.f[15], 26.27, 0.01);
     EXPECT_NEAR(s.f[16], 5.99, 0.01);
-    // L0 is reckoned here from universal time and the mean longitude, where
+    // L0 is reckoned from universal time and the mean longitude, where
     // Meeus takes dynamical time and the apparent longitude: +0.010 and
     // about +0.011 degrees.
     EXPECT_NEAR(s.f[18], 238.63 + 0.021, 0.01);
-    // Semi-diameter: 959.63" at 1 AU.
-    EXPECT_NEAR(s.f[14] * 3600.0, 959.63 / s.f[6], 0.01);
+    EXPECT_NEAR(s.f[14] * 3600.0, 959.63 / s.f[6], 0.01);  // 959.63" at 1 AU
+    EXPECT_EQ(s.f[19], -1.0);
 }
 
 TEST(CalcSun, TopocentricObserverAndFrames) {
@@ -59,32 +103,17 @@ TEST(CalcSun, TopocentricObserverAndFrames) {
     BodyPos sg, st;
     CalcSun(&g, &sg);
     CalcSun(&t, &st);
-    // Same Earth vector; the topocentric place differs by up to the solar
-    // parallax (8.8").
+    // The same Earth vector; the topocentric place differs by up to the
+    // solar parallax (8.8").
     for (int k = 7; k < 14; ++k) EXPECT_EQ(sg.f[k], st.f[k]);
+    EXPECT_EQ(sg.f[6], sg.f[13]);
     const double par = SepArcsec(sg.f[0], sg.f[1], st.f[0], st.f[1]);
     EXPECT_GT(par, 0.5);
     EXPECT_LT(par, 8.8);
-    EXPECT_NE(st.f[6], st.f[13]);
-    // Fields 8-10 are minus the geocentric Sun; 11-13 their ecliptic of date.
-    const double r8 = std::sqrt(sg.f[7] * sg.f[7] + sg.f[8] * sg.f[8] + sg.f[9] * sg.f[9]);
-    const double r11 = std::sqrt(sg.f[10] * sg.f[10] + sg.f[11] * sg.f[11] + sg.f[12] * sg.f[12]);
-    EXPECT_NEAR(r8, sg.f[13], 1e-15);
-    EXPECT_NEAR(r11, r8, 1e-14);
-    // The Earth lies on the ecliptic of date: its latitude is below 1".
-    EXPECT_LT(std::fabs(sg.f[12] / r11), 5e-6);
-    // Heliocentric longitude of the Earth = geocentric longitude of the Sun + 180.
-    const double lon = std::atan2(sg.f[11], sg.f[10]) * 180.0 / 3.141592653589793;
-    EXPECT_NEAR(std::remainder(lon + 180.0 - sg.f[4], 360.0), 0.0, 1e-9);
+    // Fields 8-10 are minus the geocentric Sun, 11-13 the same on the
+    // ecliptic of date, where the Earth's latitude is below 1" and its
+    // longitude the Sun's plus 180 degrees.
+    EXPECT_NEAR(Norm(&sg.f[7]), sg.f[13], 1e-15);
+    EXPECT_LT(std::fabs(sg.f[12]) / sg.f[13], 5e-6);
+    EXPECT_NEAR(WrapDeg(std::atan2(sg.f[11], sg.f[10]) / kDegToRad + 180.0 - sg.f[4]), 0.0, 1e-9);
 }
-
-TEST(CalcSun, NullPointersDoNothing) {
-    ATime t = AtJde(2451545.0);
-    BodyPos s;
-    std::memset(&s, 0, sizeof s);
-    CalcSun(nullptr, &s);
-    EXPECT_EQ(s.f[0], 0.0);
-    CalcSun(&t, nullptr);
-}
-
-}  // namespace
