@@ -3,6 +3,9 @@
 // cmd_almanac.cpp.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "cli.h"
 
 namespace kvx::cli {
@@ -23,6 +26,8 @@ int RunMoon(const Args &args);
 int RunPhases(const Args &args);
 int RunData(const Args &args);
 int RunMeteors(const Args &args);
+int RunMoons(const Args &args);
+int RunJupiter(const Args &args);
 
 // What every almanac section is given: the place, the local date and the
 // same instant as a universal-time Julian date.
@@ -39,5 +44,12 @@ void PlanetsAlmanacText(const AlmanacContext &c);
 void PlanetsAlmanacJson(const AlmanacContext &c, Json &out);
 void MoonAlmanacText(const AlmanacContext &c);
 void MoonAlmanacJson(const AlmanacContext &c, Json &out);
+void GalileansAlmanacText(const AlmanacContext &c);
+void GalileansAlmanacJson(const AlmanacContext &c, Json &out);
+
+// Satellites on one line of text, east on the left: offsets east (any unit),
+// index digits, and which to leave out.
+std::string ConfigurationStrip(const std::vector<double> &east, const std::vector<int> &index,
+                               const std::vector<bool> &hidden);
 
 }  // namespace kvx::cli
