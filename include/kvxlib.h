@@ -813,6 +813,133 @@ KVX_API void JoviSatPhenomena(const ATime *t, const BodyPos *jupiter, const Body
 /* end of: Phenomena of Jupiter's satellites */
 
 /* ======================================================================
+ * Solar terms and seasonal days              (src/calendar/solar_term.cpp)
+ *
+ * Process-wide caches: Sekki_CheckDay and Sekki_GetTableData share one
+ * year table; Calender_NewToOld, Calender_OldToNew and Calender_GetTable
+ * share one lunisolar month table; Holiday_CheckDay and
+ * Holiday_GetHolidayData share one holiday list. None is guarded: calls to
+ * these seven functions must be serialised by the caller (one thread at a
+ * time). GetSunLongJD keeps no state and is reentrant.
+ * ====================================================================== */
+
+/* Universal-time Julian date at which the Sun's apparent longitude (true
+ * ecliptic and equinox of date, with aberration) reaches `longitude`
+ * degrees near its usual date in `year`: inverse four-point interpolation
+ * over 0h UT samples two days before to one day after that date. The
+ * longitude must be one of the codes of the year table: the 24 terms
+ * (multiples of 15) and 27, 80, 100, 117, 207, 297; the counted days'
+ * codes -1..-5 are also accepted (as longitudes 359..355 near those days'
+ * dates, of no use); any other value returns 0.0. The search starts from
+ * the table's usual date: for 45 degrees that is 1 May, four to five days
+ * before the term, and the instant is extrapolated (up to about 20 s less
+ * accurate than the other terms). Uses the Sun's current source (JPL DE
+ * file when it covers the date, else the built-in theory). */
+KVX_API double GetSunLongJD(int32_t year, int32_t longitude);
+
+/* The year table: 35 entries of a civil year in a zone (zoneHours east of
+ * Greenwich), sorted by date:
+ *   identifiers 1-24: the solar terms from 285 degrees (1) to 270 (24),
+ *     code = the longitude, hours = local clock time of the instant;
+ *   25-28: doyo entry days, the Sun at 297, 27, 117, 207 degrees;
+ *   29, 30: the Sun at 80 (nyubai) and 100 degrees (hangesho);
+ *   31: setsubun (the day before the 315-degree term), code -1;
+ *   32, 33: first days of the spring and autumn equinoctial weeks (three
+ *     days before the 0- and 180-degree terms), codes -2 and -5;
+ *   34, 35: the 88th and 210th days counted from the 315-degree term,
+ *     codes -3 and -4; the counted days have hours 0.0.
+ * An entry that cannot be placed in the year gets month 13 (sorted last,
+ * never matched). Entries on the same day keep template order.
+ *
+ * Sekki_CheckDay: identifier of the first entry on (month, day), writing
+ * its hours and code (either pointer may be null); 0 when none, outputs
+ * untouched. Builds the table when `year` differs from the cached one. The
+ * cache is keyed by the year only: a second zone for the same year is
+ * answered from the table of the first zone. */
+KVX_API int32_t Sekki_CheckDay(int32_t year, int32_t month, int32_t day, double zoneHours, double *hours, int32_t *code);
+/* Entry `index` (0..34) of the table the last Sekki_CheckDay built: writes
+ * month, day, hours and code (null pointers skipped) and returns the
+ * identifier; 0 for an index outside 0..34. Never builds: before the first
+ * Sekki_CheckDay every entry is zero. */
+KVX_API int32_t Sekki_GetTableData(int32_t index, int32_t *month, int32_t *day, double *hours, int32_t *code);
+
+/* end of: Solar terms and seasonal days */
+
+/* ======================================================================
+ * Lunisolar calendar                          (src/calendar/lunisolar.cpp)
+ *
+ * The traditional Japanese calendar: a month starts on the local day of a
+ * new moon; the month holding the winter solstice is 11; a thirteenth
+ * lunation between two like-numbered months is a leap month. An old-style
+ * date uses the ADate record with year, month, day and tz: month 1..12, or
+ * -m for the leap month that follows month m. Hours, minutes and seconds
+ * are neither read nor written. Shared cache: see "Solar terms" above.
+ *
+ * The table of one key year holds the lunations starting from November of
+ * the year before to February of the year after, in the zone of the
+ * request that built it. A civil date in December uses the next year's
+ * table. The cache is keyed by the key year only: a request in another zone
+ * for the same key year is answered from the first zone's table. Key years
+ * outside -100000..100000 give an empty table. (The name "Calender" is the
+ * interface's own spelling.)
+ * ====================================================================== */
+
+/* Old-style date of the civil day (year, month, day, tz of civil): writes
+ * old's year, month, day and tz; old may be civil. An old day above 30
+ * is reduced by 30. January and February dates in old month 11 or 12 get
+ * the previous old year. Returns the old month (absolute value), except
+ * that it returns the old year when the year was reduced like that. When
+ * the date lies at or after the table's last lunation (or before its
+ * first), old's month and day are left as they were. 0 for a null pointer. */
+KVX_API int32_t Calender_NewToOld(const ADate *civil, ADate *old);
+/* Civil date (year, month, day, tz) of an old-style date: the first
+ * lunation numbered old->month (sign included) that starts after the 1st
+ * of civil month old->month of old->year, plus day - 1 days. Returns the
+ * civil day; when no such lunation is in the table (a leap month the year
+ * lacks) civil->month is set to 0 and the result means nothing. civil may
+ * be old. 0 for a null pointer. */
+KVX_API int32_t Calender_OldToNew(const ADate *old, ADate *civil);
+/* Entry `index` of the month table the last conversion built: start (the
+ * Julian date of the local midnight beginning the new moon's day, in the
+ * zone of the build) and month number; null pointers are skipped. Returns
+ * index, or -1 (nothing written) for an index outside the table. */
+KVX_API int32_t Calender_GetTable(int32_t index, double *start, int32_t *month);
+
+/* end of: Lunisolar calendar */
+
+/* ======================================================================
+ * Public holidays of Japan                      (src/calendar/holiday.cpp)
+ *
+ * Holiday kinds (the library stores codes, no names):
+ *   0 not a holiday        1 substitute holiday     2 day between holidays
+ *   3 New Year's Day       4 Coming of Age Day      5 National Foundation Day
+ *   6 Vernal Equinox Day   7 Autumnal Equinox Day   8 Constitution Memorial Day
+ *   9 Children's Day      10 Respect for the Aged Day
+ *  11 Health and Sports Day (to 2019)               12 Culture Day
+ *  13 Labour Thanksgiving Day
+ *  14 the Emperor's Birthday (29 Apr to 1988, 23 Dec 1989-2018, 23 Feb from 2020)
+ *  15 Greenery Day (29 Apr 1989-2006, 4 May from 2007)   16 Marine Day
+ *  17 Showa Day           22 Mountain Day          24 Sports Day (from 2020)
+ *  one-time holidays: 18 (1989-02-24), 19 (1959-04-10), 20 (1993-06-09),
+ *  21 (1990-11-12), 23 (2019-05-01), 25 (2019-10-22).
+ * The equinox days come from a fixed formula, not from the Sun: 20 March
+ * and 23 September after 2150. Years before 1948 have no holidays. Shared
+ * cache: see "Solar terms" above.
+ * ====================================================================== */
+
+/* Kind of the holiday on the civil day, 0 if none. Builds the year's list
+ * when `year` differs from the cached one. */
+KVX_API int32_t Holiday_CheckDay(int32_t year, int32_t month, int32_t day);
+/* Entry `index` of the list the last Holiday_CheckDay built: writes month,
+ * day and weekday (0 = Sunday; null pointers skipped) and returns the kind;
+ * 0 for an index outside the list. Never builds. Entries are in rule order,
+ * not calendar order: substitute and between days follow the holiday that
+ * made them, and from 2020 the 23 February birthday comes last. */
+KVX_API int32_t Holiday_GetHolidayData(int32_t index, int32_t *month, int32_t *day, int32_t *weekday);
+
+/* end of: Public holidays of Japan */
+
+/* ======================================================================
  * Meteor showers               (src/calendar/meteor.cpp)
  * ====================================================================== */
 

@@ -28,6 +28,9 @@ int RunData(const Args &args);
 int RunMeteors(const Args &args);
 int RunMoons(const Args &args);
 int RunJupiter(const Args &args);
+int RunCalendar(const Args &args);
+int RunHolidays(const Args &args);
+int RunTerms(const Args &args);
 
 // What every almanac section is given: the place, the local date and the
 // same instant as a universal-time Julian date.
