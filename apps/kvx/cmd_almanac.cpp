@@ -47,6 +47,7 @@ const AlmanacSection kSections[] = {
     {TimeAlmanacText, TimeAlmanacJson},
     {PlanetsAlmanacText, PlanetsAlmanacJson},
     {MoonAlmanacText, MoonAlmanacJson},
+    {GalileansAlmanacText, GalileansAlmanacJson},
     {RiseSetAlmanacText, RiseSetAlmanacJson},
 };
 

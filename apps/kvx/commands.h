@@ -3,6 +3,9 @@
 // cmd_almanac.cpp.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "cli.h"
 
 namespace kvx::cli {
@@ -23,6 +26,8 @@ int RunMoon(const Args &args);
 int RunPhases(const Args &args);
 int RunData(const Args &args);
 int RunMeteors(const Args &args);
+int RunMoons(const Args &args);
+int RunJupiter(const Args &args);
 int RunCalendar(const Args &args);
 int RunHolidays(const Args &args);
 int RunTerms(const Args &args);
@@ -46,5 +51,12 @@ void MoonAlmanacText(const AlmanacContext &c);
 void MoonAlmanacJson(const AlmanacContext &c, Json &out);
 void RiseSetAlmanacText(const AlmanacContext &c);
 void RiseSetAlmanacJson(const AlmanacContext &c, Json &out);
+void GalileansAlmanacText(const AlmanacContext &c);
+void GalileansAlmanacJson(const AlmanacContext &c, Json &out);
+
+// Satellites on one line of text, east on the left: offsets east (any unit),
+// index digits, and which to leave out.
+std::string ConfigurationStrip(const std::vector<double> &east, const std::vector<int> &index,
+                               const std::vector<bool> &hidden);
 
 }  // namespace kvx::cli

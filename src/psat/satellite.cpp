@@ -8,12 +8,12 @@
 #include "math/vec3.h"
 #include "psat/sat_theory.h"
 #include "psat/satellite_catalog.h"
+#include "solar/body/body_pipeline.h"
 
 namespace kvx::psat {
 
 namespace {
 
-constexpr double kLightDays = 0.005775518308;              // days per AU
 constexpr double kLightTolerance = 1.1574074074074074e-6;  // 0.1 s in days
 constexpr int kMaxLightIterations = 50;
 // GM of the Earth plus the Moon, km^3/s^2 (DE430), for the Moon's elements.
@@ -31,51 +31,34 @@ int Hundreds(int planet) {
     }
 }
 
-// The record's head and the fields of a satellite: the planetocentric
-// vector s at the light-time instant and s0 at the instant itself.
+// The record of a satellite from the planetocentric vector s at the
+// light-time instant, s0 at the instant itself and the planet's geocentric
+// vector P, on the body pipeline's head.
 void FillSatelliteBody(const ATime *t, const BodyPos *planet, const double P[3], const double s[3],
                        const double s0[3], const SatelliteEntry *entry, BodyPos *out) {
-    double *f = out->f;
-    const double *pf = planet->f;
-    double h0[3] = {pf[10] + s0[0], pf[11] + s0[1], pf[12] + s0[2]};
-    for (int k = 0; k < 3; ++k) {
-        f[13 + k] = h0[k];
-        f[7 + k] = pf[7 + k] + s[k];
-        f[10 + k] = s[k];
-    }
-    f[19] = vec3::Norm(h0);
-    double w[3];
-    vec3::Rotate(t->precFromJ2000, h0, w);
-    vec3::Rotate(t->eqToEcl, w, &f[16]);
-
+    namespace slot = body::satellite_slot;
+    const double *ph = body::Vec(*planet, body::planet_slot::kHelio);
+    const double *pr = body::Vec(*planet, body::planet_slot::kHelioRetarded);
+    const double h0[3] = {ph[0] + s0[0], ph[1] + s0[1], ph[2] + s0[2]};
+    const double hr[3] = {pr[0] + s[0], pr[1] + s[1], pr[2] + s[2]};
+    body::SetVec(*out, slot::kHelio, h0);
+    body::SetVec(*out, slot::kHelioRetarded, hr);
+    body::SetVec(*out, slot::kPlanetocentric, s);
+    out->f[slot::kHelioDistance] = vec3::Norm(h0);
+    body::EclipticOfDate(*t, h0, body::Vec(*out, slot::kHelioEcliptic));
     const double v[3] = {P[0] + s[0] - t->obsPos[0], P[1] + s[1] - t->obsPos[1], P[2] + s[2] - t->obsPos[2]};
-    const double d = vec3::Norm(v);
-    f[6] = d;
-    const double u[3] = {v[0] / d, v[1] / d, v[2] / d};
-    vec3::ToAngles(u, &f[0], &f[1]);
-    double m[3], ecl[3], n[3];
-    vec3::Rotate(t->precFromJ2000, u, m);
-    vec3::Rotate(t->eqToEcl, m, ecl);
-    vec3::ToAngles(ecl, &f[4], &f[5]);
-    vec3::Rotate(t->nutMtx, m, n);
-    AnnualAberration(t, n, 1, n);
-    vec3::ToAngles(n, &f[2], &f[3]);
-
+    body::FillHead(*t, v, body::AngleRule::kAtan2, out);
     if (entry) {
-        f[20] = entry->massRatio;
-        f[21] = entry->a;
-        f[22] = entry->b;
-        f[23] = entry->c;
-        f[24] = entry->period;
-        f[25] = entry->oppMag;
-        const double tenths = Floor(entry->oppMag * 10.0 + 0.5);
-        out->i[52] = static_cast<int32_t>(tenths);
+        out->f[slot::kMassRatio] = entry->massRatio;
+        out->f[slot::kRadiusA] = entry->a;
+        out->f[slot::kRadiusB] = entry->b;
+        out->f[slot::kRadiusC] = entry->c;
+        out->f[slot::kPeriod] = entry->period;
+        body::SetMagnitude(entry->oppMag, slot::kMagnitude, slot::kMagnitudeTenths, out);
     } else {
-        for (int k = 20; k < 25; ++k) f[k] = -1.0;
-        f[25] = 0.0;
-        out->i[52] = 0;
+        body::FillSlots(slot::kMassRatio, slot::kPeriod + 1, -1.0, out);
+        body::SetMagnitude(0.0, slot::kMagnitude, slot::kMagnitudeTenths, out);
     }
-    out->i[53] = 0;
 }
 
 // Geocentric state of the Moon (AU, AU/day, J2000.0 equator) from the
@@ -245,14 +228,14 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
     const double ra = DegToRad(pf[0]), dec = DegToRad(pf[1]);
     const double P[3] = {std::cos(dec) * std::cos(ra) * pf[6] + t->obsPos[0],
                          std::cos(dec) * std::sin(ra) * pf[6] + t->obsPos[1], std::sin(dec) * pf[6] + t->obsPos[2]};
-    double tau = jde - pf[6] * psat::kLightDays, s[3];
-    for (int k = 0; k < psat::kMaxLightIterations; ++k) {
-        if (psat::SatellitePosition(code, tau, s) != 0) return 0;
-        const double g[3] = {P[0] + s[0], P[1] + s[1], P[2] + s[2]};
-        const double tau1 = jde - vec3::Norm(g) * psat::kLightDays;
-        if (!(std::fabs(tau - tau1) > psat::kLightTolerance)) break;
-        tau = tau1;
-    }
+    // Light time: the satellite seen from the planet's geocentric position.
+    const double origin[3] = {-P[0], -P[1], -P[2]};
+    const body::LightTimeRule rule{pf[body::kDistance], psat::kLightTolerance, body::NonFinite::kStop,
+                                   psat::kMaxLightIterations};
+    body::Retarded r;
+    auto source = [code](double tau, double v[3]) { return psat::SatellitePosition(code, tau, v) == 0; };
+    if (!body::LightTime(jde, origin, nullptr, rule, source, &r)) return 0;
+    const double *s = r.position;
     psat::FillSatelliteBody(t, planetPos, P, s, s0, psat::FindSatellite(planet, index), out);
     return 1;
 }

@@ -1,7 +1,9 @@
 // GUST86: J. Laskar and R. A. Jacobson (1987), "GUST86. An analytical
 // ephemeris of the Uranian satellites", A&A 188, 212-224; coefficients of
 // the distributed version 0.1 (1988, 1995; ftp.imcce.fr/pub/ephem/satel/
-// gust86). Time t in days from JD 2444239.5; angles in radians.
+// gust86). Time t in days from JD 2444239.5; angles in radians. Every
+// coefficient and the frame matrix were checked against a second, independent
+// transcription (C. Marriott and B. Gray's, Project Pluto, 2010): all agree.
 #include "psat/uranus_gust86_table.h"
 
 namespace kvx::psat {

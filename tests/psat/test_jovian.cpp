@@ -213,6 +213,19 @@ TEST(JovianEvents, EclipseContactsLieOnTheShadowCylinder) {
     cmp.Check();
 }
 
+TEST(JoviSatPhenomena, NonFiniteRecordsSetNothing) {
+    const double zero[3] = {0, 0, 0};
+    Built b(kQuadrature, zero);
+    for (int k = 0; k < 37; ++k) b.jup.f[k] = NAN;
+    JoviSatResult r;
+    JoviSatPhenomena(&b.t, &b.jup, &b.sat, &r);
+    EXPECT_EQ(r.transit + r.occultation + r.shadowTransit + r.eclipse, 0);
+    Built c(kQuadrature, zero);
+    for (int k = 0; k < 37; ++k) c.sat.f[k] = INFINITY;
+    JoviSatPhenomena(&c.t, &c.jup, &c.sat, &r);
+    EXPECT_EQ(r.transit + r.occultation + r.shadowTransit + r.eclipse, 0);
+}
+
 TEST(JovianEvents, BadRangesFindNothing) {
     kvx::psat::JovianEvent buf[4];
     EXPECT_EQ(kvx::psat::FindJovianEvents(2460200.5, 2460200.5, buf, 4), 0);

@@ -162,6 +162,14 @@ TEST(CalcSatellite, RejectsWhatHasNoTheory) {
     EXPECT_EQ(CalcSatellite(&t, 3, 1, &planet, &out), 0);
     double v[3];
     EXPECT_NE(kvx::psat::SatellitePosition(501, INFINITY, v), 0);
+    // Far dates answer (finite) or fail, for every theory, without hanging.
+    for (int code : {401, 402, 501, 504, 505, 601, 606, 607, 608, 701, 705, 801, 802, 901})
+        for (double jde : {-1e9, 1e12, 1e300}) {
+            const int rc = kvx::psat::SatellitePosition(code, jde, v);
+            if (rc == 0) {
+                EXPECT_TRUE(std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2])) << code;
+            }
+        }
 }
 
 TEST(CalcSatellite, EveryCodeAnswersOverTwoCenturies) {
@@ -226,6 +234,28 @@ TEST(SatelliteTheory, GalileansMatchAstronomyEngineL12) {
         ASSERT_EQ(kvx::psat::GalileanL12(static_cast<int>(row["moon"]), row["jde"], v), 0);
         const double d[3] = {v[0] - row["x"], v[1] - row["y"], v[2] - row["z"]};
         cmp.Add("km", std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]) * kKmPerAu, row);
+    }
+    cmp.Check();
+}
+
+// The constants of Meeus' chapter 46 against astronomia's implementation
+// (tests/reference/saturn_moons_astronomia.cjs): our J2000.0 vectors turned
+// back to the ecliptic of B1950.0 in the theory's Saturn radii.
+TEST(SatelliteTheory, SaturnMatchesAstronomiaMeeus) {
+    const Reference ref("saturn_moons_astronomia.txt", {"jde", "index", "x", "y", "z"});
+    Comparison cmp({{"radii", 1e-9, "same formulas and constants: rounding only"}});
+    double fwd[9], back[9];
+    GetPrecMtx(2433282.4235, 2451545.0, fwd);
+    for (int r = 0; r < 3; ++r)
+        for (int c = 0; c < 3; ++c) back[3 * r + c] = fwd[3 * c + r];  // the exact inverse
+    const double eps = 23.4457889 * kvx::test::kDegToRad;
+    for (const auto &row : ref) {
+        double v[3], b[3];
+        ASSERT_EQ(kvx::psat::SaturnMeeus(static_cast<int>(row["index"]), row["jde"], v), 0);
+        for (int k = 0; k < 3; ++k) b[k] = back[3 * k] * v[0] + back[3 * k + 1] * v[1] + back[3 * k + 2] * v[2];
+        const double e[3] = {b[0], b[1] * std::cos(eps) + b[2] * std::sin(eps), -b[1] * std::sin(eps) + b[2] * std::cos(eps)};
+        const double d[3] = {e[0] * 2475.0 - row["x"], e[1] * 2475.0 - row["y"], e[2] * 2475.0 - row["z"]};
+        cmp.Add("radii", std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]), row);
     }
     cmp.Check();
 }
