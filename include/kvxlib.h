@@ -1016,7 +1016,8 @@ KVX_API int32_t IsTransit(const Ad *a, const Ad *b, double radius, double *posit
 
 /* end of: Rise, transit and set */
 
-/* =============================================================== * Solar terms and seasonal days              (src/calendar/solar_term.cpp)
+/* ======================================================================
+ * Solar terms and seasonal days              (src/calendar/solar_term.cpp)
  *
  * Process-wide caches: Sekki_CheckDay and Sekki_GetTableData share one
  * year table; Calender_NewToOld, Calender_OldToNew and Calender_GetTable
