@@ -239,8 +239,8 @@ bool PropagateNearEarth(const NearEarth &m, double tsince, double r[3], double v
     const double ux = mx * sinuk + cosnok * cosuk;
     const double uy = my * sinuk + sinnok * cosuk;
     const double uz = mz * sinuk;
-    const double vx = mx * cosuk - sinnok * sinuk;
-    const double vy = my * cosuk - cosnok * sinuk;
+    const double vx = mx * cosuk - cosnok * sinuk;
+    const double vy = my * cosuk - sinnok * sinuk;
     const double vz = mz * cosuk;
 
     const double p[3] = {rk * ux * kKmPerEr, rk * uy * kKmPerEr, rk * uz * kKmPerEr};
