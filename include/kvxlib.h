@@ -888,10 +888,12 @@ KVX_API double *ASatAppToJ2000(const ATime *t, double *dc);
 KVX_API void ASatHrzToAd(double jd, const Observer *observer, double azimuth, double altitude, Ad *out);
 /* J2000.0 direction (out, degrees) from observer to an Earth-fixed point
  * at geocentric longitude, latitude (degrees) and distance from the
- * Earth's centre (km), e.g. a satellite's sub-point and radius; the
- * observer's radius uses the IAU 1964 figure (a = 6378.140 km) with the
- * geodetic latitude as the geocentric angle, so the direction is good to
- * about 0.1 degree for nearby points. Null observer or out: nothing. */
+ * Earth's centre (km), e.g. a satellite's sub-point and radius. The
+ * observer is placed at the radius of the IAU 1964 figure (a = 6378.140 km)
+ * but at its geodetic latitude taken as the geocentric one: up to 21 km
+ * (at 45 degrees) from its true place, so the direction of a point 2000 km
+ * away can be off by 0.6 degree; exact at the equator and the poles. Null
+ * observer or out: nothing. */
 KVX_API void ASatLLDToAd(double jd, const Observer *observer, double longitude, double latitude, double distanceKm, Ad *out);
 /* How deep a satellite stands in the Earth's shadow: 1 fully shadowed, 0
  * lit, in between across the outer 0.5 % of the shadow radius. Both vectors

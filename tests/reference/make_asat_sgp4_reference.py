@@ -18,8 +18,10 @@ The near-Earth configuration: gravity constants GM = 398600.44 km^3/s^2,
 a = 6378.137 km, xke = 0.07436684757161681, J2 = 1.082629e-3,
 J3 = -2.54e-6, J4 = -1.62e-6; the deep-space branch switched off (every
 period runs the near-Earth equations); Kepler's equation stopped at a
-correction of 1e-6 rad without the step limit, as in Spacetrack Report
-No. 3. These three changes are made to a copy of the module's source.
+correction of 1e-6 rad without the step limit, and the eccentricity
+neither floored at 1e-6 nor rejected below -0.001 (only e^2 > 1 fails),
+as in Spacetrack Report No. 3. These changes are made to a copy of the
+module's source.
 """
 import os
 import sys
@@ -71,7 +73,9 @@ def near_module():
     src = open(prop.__file__).read()
     patches = [('if 2*pi / satrec.no_unkozai >= 225.0:', 'if False:'),
                ('while fabs(tem5) >= 1.0e-12 and ktr <= 10:', 'while fabs(tem5) > 1.0e-6 and ktr <= 10:'),
-               ('if fabs(tem5) >= 0.95:', 'if False:')]
+               ('if fabs(tem5) >= 0.95:', 'if False:'),
+               ('if em >= 1.0 or em < -0.001:', 'if em * em > 1.0:'),
+               ('if em < 1.0e-6:', 'if False:')]
     for old, new in patches:
         assert src.count(old) == 1, old
         src = src.replace(old, new)
