@@ -86,7 +86,10 @@ bool Crosses(double a, double b, int kind) { return kind == KVX_ASAT_RISE ? (a <
 // of the estimate bracket the zero, and the time is interpolated through
 // all six. Done when the step is below three seconds or the values are all
 // below 0.01, provided the interpolated time lies within its bracket;
-// after four passes without that, the event is dropped (false).
+// after four passes without that, the event is dropped (false). An
+// interpolated time outside its bracket is replaced by the bracket's
+// middle, and a window that misses the zero goes back to the last bracket,
+// so each window covers a span known to hold the zero.
 bool Refine(const Context &c, int kind, double lo, double hi, double *jd) {
     double step = hi - lo;
     double est = 0.5 * (lo + hi);
@@ -94,22 +97,26 @@ bool Refine(const Context &c, int kind, double lo, double hi, double *jd) {
         step /= 5.0;
         double ts[6], gs[6];
         double largest = 0.0;
-        bool valid = true;
         for (int i = 0; i < 6; ++i) {
             ts[i] = est + (i - 2.5) * step;
             const Sample s = Evaluate(c, ts[i]);
-            valid = valid && s.valid;
+            if (!s.valid) return false;
             gs[i] = Value(s, kind);
             largest = std::max(largest, std::fabs(gs[i]));
         }
-        if (!valid) return false;
         int j = -1;
         for (int i = 0; i < 5 && j < 0; ++i)
             if (Crosses(gs[i], gs[i + 1], kind)) j = i;
-        if (j < 0) continue;
+        if (j < 0) {
+            est = 0.5 * (lo + hi);
+            step = hi - lo;
+            continue;
+        }
+        lo = ts[j];
+        hi = ts[j + 1];
         const double t = Lagrange(0.0, 6, gs, ts);
-        const bool inside = t >= ts[j] && t <= ts[j + 1];
-        est = inside ? t : ts[j] - gs[j] * (ts[j + 1] - ts[j]) / (gs[j + 1] - gs[j]);
+        const bool inside = t >= lo && t <= hi;
+        est = inside ? t : 0.5 * (lo + hi);
         if (inside && (step < kThreeSeconds || largest < 0.01)) {
             *jd = est;
             return true;

@@ -5,7 +5,7 @@ satellites from Skyfield (Debian python3-skyfield, no ephemeris file).
 The Earth is Skyfield's Geoid with the GRS80 figure (a = 6378137 m,
 1/f = 298.257222101); inertial vectors are in the SGP4 TEME frame, turned
 to and from the GCRS with Skyfield's TEME frame (IAU 1982 GMST) and its
-ITRS (no polar motion). Times are UT1 Julian dates.
+ITRS (no polar motion). Times are UT1 = UTC Julian dates.
 
 Writes under data/:
   asat_lla_skyfield.txt    jd lat lon h_m x y z: a place and its TEME
@@ -14,7 +14,8 @@ Writes under data/:
                            position of a satellite from python3-sgp4 and
                            Skyfield's azimuth, altitude (deg) and range (km)
   asat_passes_skyfield.txt set place kind jd alt: find_events with the
-                           horizon threshold -h0 of the observer's height;
+                           horizon threshold -h0 of the observer's height,
+                           each time refined on Skyfield's altitudes;
                            kind 1 rise, 2 culmination, 3 set
   asat_pass_sets.tle       the low-Earth element sets of the pass table
 """
@@ -31,7 +32,10 @@ from skyfield.toposlib import Geoid
 HERE = os.path.dirname(os.path.abspath(__file__))
 DATA = os.path.join(HERE, 'data')
 GRS80 = Geoid('GRS80', 6378137.0, 298.257222101)
-ts = load.timescale(builtin=True)
+# Delta T fixed at 65.184 s = 32.184 s + the 33 leap seconds of 2006-2008
+# (the epochs of the element sets): UT1 then equals UTC, the scale of the
+# element epochs, as the library takes one Julian date for both.
+ts = load.timescale(delta_t=65.184)
 AU_KM = 149597870.700
 
 PASS_SETS = [
@@ -88,6 +92,36 @@ def look_rows(rng):
     return rows
 
 
+def refine(sat, place, h0, jd, event):
+    """find_events places events to a few seconds; each is refined on
+    Skyfield's own altitudes: the threshold crossing by bisection within
+    +-60 s, the culmination by golden-section search within +-60 s."""
+    def alt(x):
+        return (sat - place).at(ts.ut1_jd(x)).altaz()[0].degrees
+    lo, hi = jd - 60 / 86400.0, jd + 60 / 86400.0
+    if event == 1:
+        g = (math.sqrt(5) - 1) / 2
+        for _ in range(60):
+            a, b = hi - g * (hi - lo), lo + g * (hi - lo)
+            if alt(a) > alt(b):
+                hi = b
+            else:
+                lo = a
+        return 0.5 * (lo + hi)
+    f = lambda x: alt(x) + h0
+    flo = f(lo)
+    if flo * f(hi) > 0:
+        return jd
+    for _ in range(40):
+        mid = 0.5 * (lo + hi)
+        fm = f(mid)
+        if (fm > 0) == (flo > 0):
+            lo, flo = mid, fm
+        else:
+            hi = mid
+    return 0.5 * (lo + hi)
+
+
 def pass_rows():
     rows = []
     for i, (name, l1, l2) in enumerate(PASS_SETS):
@@ -99,8 +133,9 @@ def pass_rows():
             t0, t1 = ts.ut1_jd(start), ts.ut1_jd(start + 2.0)
             times, events = sat.find_events(place, t0, t1, altitude_degrees=-h0)
             for t, e in zip(times, events):
-                alt = (sat - place).at(t).altaz()[0].degrees
-                rows.append('%d %d %d %.9f %.6f' % (i, j, e + 1, t.ut1, alt))
+                jd = refine(sat, place, h0, t.ut1, e)
+                alt = (sat - place).at(ts.ut1_jd(jd)).altaz()[0].degrees
+                rows.append('%d %d %d %.9f %.6f' % (i, j, e + 1, jd, alt))
     return rows
 
 
@@ -116,7 +151,7 @@ def main():
         for name, l1, l2 in PASS_SETS:
             f.write(name + '\n' + l1 + '\n' + l2 + '\n')
     with open(os.path.join(DATA, 'asat_passes_skyfield.txt'), 'w') as f:
-        f.write('# Skyfield find_events, 2 days from 0h UT of the epoch day, threshold -h0: set place kind jd alt\n')
+        f.write('# Skyfield find_events, 2 days from floor(epoch) + 0.5, threshold -h0: set place kind jd alt\n')
         f.write('# places: ' + '; '.join('%g %g %g' % p for p in PLACES) + '\n')
         f.write('\n'.join(pass_rows()) + '\n')
 
