@@ -1,7 +1,6 @@
 // kvx (almanac): the day's almanac for a place, by default Tokyo and now.
 // The header (place, local time, Julian date) is printed here; the other
-// sections register themselves from their own files.
-#include <algorithm>
+// sections come from the files of their commands.
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -11,11 +10,6 @@
 namespace kvx::cli {
 
 namespace {
-
-std::vector<AlmanacSection> &SectionRegistry() {
-    static std::vector<AlmanacSection> sections;
-    return sections;
-}
 
 void HeaderText(const AlmanacContext &c) {
     const Observer &o = c.place.observer;
@@ -42,6 +36,21 @@ void HeaderJson(const AlmanacContext &c, Json &out) {
         .Num("mjd", GetMjd(c.jd));
 }
 
+struct AlmanacSection {
+    void (*text)(const AlmanacContext &c);
+    void (*json)(const AlmanacContext &c, Json &out);
+};
+
+// The almanac, section by section, in the order printed.
+const AlmanacSection kSections[] = {
+    {HeaderText, HeaderJson},
+    {TimeAlmanacText, TimeAlmanacJson},
+    {PlanetsAlmanacText, PlanetsAlmanacJson},
+    {MoonAlmanacText, MoonAlmanacJson},
+};
+
+}  // namespace
+
 int RunAlmanac(const Args &args) {
     if (!args.Positional().empty()) throw UsageError{"unexpected argument '" + args.Positional()[0] + "'"};
     AlmanacContext ctx{};
@@ -50,27 +59,12 @@ int RunAlmanac(const Args &args) {
     ctx.jd = GetJd(&ctx.date);
     if (args.Flag("json")) {
         Json out;
-        for (const auto &s : AlmanacSections()) s.json(ctx, out);
+        for (const auto &s : kSections) s.json(ctx, out);
         std::printf("%s\n", out.Text().c_str());
     } else {
-        for (const auto &s : AlmanacSections()) s.text(ctx);
+        for (const auto &s : kSections) s.text(ctx);
     }
     return 0;
 }
-
-}  // namespace
-
-AlmanacRegistrar::AlmanacRegistrar(const AlmanacSection &s) {
-    auto &r = SectionRegistry();
-    r.push_back(s);
-    std::stable_sort(r.begin(), r.end(), [](const AlmanacSection &a, const AlmanacSection &b) { return a.order < b.order; });
-}
-
-const std::vector<AlmanacSection> &AlmanacSections() { return SectionRegistry(); }
-
-KVX_ALMANAC_SECTION(0, HeaderText, HeaderJson);
-
-KVX_COMMAND(0, "almanac", "[almanac] [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]",
-            {"json"}, RunAlmanac);
 
 }  // namespace kvx::cli

@@ -158,6 +158,8 @@ std::string ListJson() {
     return items + "]";
 }
 
+}  // namespace
+
 int RunConst(const Args &args) {
     if (args.Flag("list")) {
         args.ExpectPositional(0, 0);
@@ -203,10 +205,5 @@ int RunConst(const Args &args) {
     }
     return found ? 0 : 1;
 }
-
-}  // namespace
-
-KVX_COMMAND(40, "const", "const RA DEC [--epoch J2000|B1875] [--json] | const --list [--json]   (degrees, or H:M:S D:M:S)",
-            (std::vector<std::string>{"json", "list"}), RunConst);
 
 }  // namespace kvx::cli

@@ -58,6 +58,8 @@ void PrintPair(const char *label, const System &s, const Ad &p) {
                 Sexagesimal(p.a, s.hours).c_str(), Sexagesimal(p.d, false).c_str());
 }
 
+}  // namespace
+
 int RunConvert(const Args &args) {
     args.ExpectPositional(2, 2);
     const auto fromText = args.Option("from"), toText = args.Option("to");
@@ -97,11 +99,5 @@ int RunConvert(const Args &args) {
     PrintPair("to  ", to, out);
     return 0;
 }
-
-}  // namespace
-
-KVX_COMMAND(40, "convert",
-            "convert --from N --to N LON LAT [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]",
-            {"json"}, RunConvert);
 
 }  // namespace kvx::cli

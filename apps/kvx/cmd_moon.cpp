@@ -55,7 +55,9 @@ Json MoonJson(const MoonNow &m) {
     return j;
 }
 
-void AlmanacText(const AlmanacContext &c) {
+}  // namespace
+
+void MoonAlmanacText(const AlmanacContext &c) {
     const MoonNow m = Compute(c.date, &c.place.observer);
     const double *f = m.moon.f;
     std::printf("  Moon      RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %9.1f km\n", FormatHms(f[2], 2).c_str(),
@@ -64,7 +66,7 @@ void AlmanacText(const AlmanacContext &c) {
                 m.age, f[18], f[19], f[20]);
 }
 
-void AlmanacJson(const AlmanacContext &c, Json &out) {
+void MoonAlmanacJson(const AlmanacContext &c, Json &out) {
     out.Raw("moon", MoonJson(Compute(c.date, &c.place.observer)).Text());
 }
 
@@ -89,56 +91,5 @@ int RunMoon(const Args &args) {
     std::printf("  libration  longitude %+.3f°  latitude %+.3f°  axis %+.3f°\n", f[19], f[20], f[16]);
     return 0;
 }
-
-int RunPhases(const Args &args) {
-    args.ExpectPositional(1, 2);
-    const Place place = PlaceFrom(args);
-    const double yearNumber = ParseNumber(args.Positional()[0], "year");
-    if (yearNumber != std::floor(yearNumber) || std::fabs(yearNumber) > 1e6)
-        throw UsageError{"year must be a whole number"};
-    const int year = static_cast<int>(yearNumber);
-    int first = 1, last = 12;
-    if (args.Positional().size() == 2) {
-        const double m = ParseNumber(args.Positional()[1], "month");
-        if (m != std::floor(m) || m < 1 || m > 12) throw UsageError{"month must be 1 to 12"};
-        first = last = static_cast<int>(m);
-    }
-    const bool json = args.Flag("json");
-    std::string items;
-    for (int month = first; month <= last; ++month) {
-        const ADate request{year, month, 1, 0, 0, 0.0, place.tz};
-        MoonPhase phases[6];
-        const int n = GetMoonPhases(&request, phases, 6);
-        for (int i = 0; i < n; ++i) {
-            ADate local{};
-            JdToDate2(phases[i].jd + place.tz / 24.0, &local);
-            local.tz = place.tz;
-            if (json) {
-                Json j;
-                j.Int("phase", phases[i].phase)
-                    .Str("name", kPhaseNames[phases[i].phase & 3])
-                    .Num("jd", phases[i].jd)
-                    .Str("local", FormatDate(local));
-                items += (items.empty() ? "" : ",") + j.Text();
-            } else {
-                // To the nearest minute.
-                ADate shown{};
-                JdToDate2(phases[i].jd + place.tz / 24.0 + 30.0 / 86400.0, &shown);
-                std::printf("%04d-%02d-%02d %02d:%02d %s  %s\n", shown.year, shown.month, shown.day, shown.hour,
-                            shown.minute, FormatZone(place.tz).c_str(), kPhaseNames[phases[i].phase & 3]);
-            }
-        }
-    }
-    if (json) std::printf("%s\n", Json().Num("tz", place.tz).Raw("phases", "[" + items + "]").Text().c_str());
-    return 0;
-}
-
-}  // namespace
-
-KVX_ALMANAC_SECTION(45, AlmanacText, AlmanacJson);
-
-KVX_COMMAND(45, "moon", "moon [--date YYYY-MM-DDThh:mm] [--lat D --lon D --height M --tz H] [--json]", {"json"},
-            RunMoon);
-KVX_COMMAND(46, "phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases);
 
 }  // namespace kvx::cli

@@ -4,20 +4,21 @@
 #include <vector>
 
 #include "commands.h"
+#include "report.h"
 
 namespace kvx::cli {
 
 namespace {
 
 int PlanetCode(const std::string &name) {
-    static const char *const names[] = {"mercury", "venus", "mars", "jupiter", "saturn", "uranus", "neptune", "pluto"};
-    std::string lower;
-    for (char c : name) lower += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    const std::string lower = Lower(name);
     if (lower == "earth") return -3;
     for (int k = 0; k < 8; ++k)
-        if (lower == names[k]) return k;
+        if (lower == Lower(kPlanetNames[k])) return k;
     throw UsageError{"unknown planet \"" + name + "\" (mercury..pluto or earth)"};
 }
+
+}  // namespace
 
 int RunOrbit(const Args &args) {
     args.ExpectPositional(1, 1);
@@ -52,9 +53,5 @@ int RunOrbit(const Args &args) {
     }
     return 0;
 }
-
-}  // namespace
-
-KVX_COMMAND(60, "orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit);
 
 }  // namespace kvx::cli

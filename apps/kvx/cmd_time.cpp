@@ -11,7 +11,9 @@ namespace {
 
 double DeltaTSeconds(const ATime &a) { return (a.jde - a.jd) * 86400.0; }
 
-void AlmanacText(const AlmanacContext &c) {
+}  // namespace
+
+void TimeAlmanacText(const AlmanacContext &c) {
     ATime a;
     SetATimeDate(&c.date, &c.place.observer, &a);
     std::printf("  ΔT        %.2f s\n", DeltaTSeconds(a));
@@ -20,7 +22,7 @@ void AlmanacText(const AlmanacContext &c) {
     std::printf("  obliquity %s mean, %s true\n", FormatDms(a.eps, 3, false).c_str(), FormatDms(a.epsTrue, 3, false).c_str());
 }
 
-void AlmanacJson(const AlmanacContext &c, Json &out) {
+void TimeAlmanacJson(const AlmanacContext &c, Json &out) {
     ATime a;
     SetATimeDate(&c.date, &c.place.observer, &a);
     out.Num("deltaT", DeltaTSeconds(a)).Num("jde", a.jde).Num("lst", a.lst).Num("eps", a.eps).Num("epsTrue", a.epsTrue);
@@ -83,12 +85,5 @@ int RunTime(const Args &args) {
     std::printf("obsPos     %+.12e %+.12e %+.12e AU\n", a.obsPos[0], a.obsPos[1], a.obsPos[2]);
     return 0;
 }
-
-}  // namespace
-
-KVX_ALMANAC_SECTION(10, AlmanacText, AlmanacJson);
-
-KVX_COMMAND(12, "time", "time YYYY-MM-DD[Thh:mm[:ss]] [--lat D --lon D --height M --tz H] [--geocentre] [--json]",
-            (std::vector<std::string>{"json", "geocentre"}), RunTime);
 
 }  // namespace kvx::cli

@@ -1,52 +1,43 @@
-// The kvx subcommands. Each lives in its own cmd_*.cpp and registers itself
-// with a KVX_COMMAND line, so adding a command touches no shared file.
+// The kvx subcommands. Each lives in its own cmd_NAME.cpp and is listed in
+// the command table of main.cpp; the almanac's sections are listed in
+// cmd_almanac.cpp.
 #pragma once
-
-#include <vector>
 
 #include "cli.h"
 
 namespace kvx::cli {
 
-struct Command {
-    const char *name;
-    const char *usage;               // shown after "kvx "
-    std::vector<std::string> flags;  // options that take no value
-    int (*run)(const Args &args);
-    int order;                       // position in the help listing
-};
+// Command entry points: each returns the process exit status and throws
+// UsageError for bad arguments.
+int RunAlmanac(const Args &args);
+int RunJd(const Args &args);
+int RunDate(const Args &args);
+int RunTime(const Args &args);
+int RunConvert(const Args &args);
+int RunConst(const Args &args);
+int RunSun(const Args &args);
+int RunPlanet(const Args &args);
+int RunComet(const Args &args);
+int RunOrbit(const Args &args);
+int RunMoon(const Args &args);
+int RunPhases(const Args &args);
+int RunData(const Args &args);
+int RunMeteors(const Args &args);
 
-// All registered commands, sorted by order; the first is the default.
-const std::vector<Command> &Commands();
-
-struct CommandRegistrar {
-    explicit CommandRegistrar(const Command &c);
-};
-
-// The almanac is built from sections, each in its own file, registered
-// with KVX_ALMANAC_SECTION and printed in order.
+// What every almanac section is given: the place, the local date and the
+// same instant as a universal-time Julian date.
 struct AlmanacContext {
     Place place;
-    ADate date;  // local time in place.tz
-    double jd;   // universal time
+    ADate date;
+    double jd;
 };
-struct AlmanacSection {
-    int order;
-    void (*text)(const AlmanacContext &ctx);            // prints its lines
-    void (*json)(const AlmanacContext &ctx, Json &out); // adds its fields
-};
-const std::vector<AlmanacSection> &AlmanacSections();
-struct AlmanacRegistrar {
-    explicit AlmanacRegistrar(const AlmanacSection &s);
-};
+// Almanac sections: the text form prints its lines, the JSON form adds its
+// fields to the almanac's object.
+void TimeAlmanacText(const AlmanacContext &c);
+void TimeAlmanacJson(const AlmanacContext &c, Json &out);
+void PlanetsAlmanacText(const AlmanacContext &c);
+void PlanetsAlmanacJson(const AlmanacContext &c, Json &out);
+void MoonAlmanacText(const AlmanacContext &c);
+void MoonAlmanacJson(const AlmanacContext &c, Json &out);
 
 }  // namespace kvx::cli
-
-#define KVX_COMMAND_CAT2(a, b) a##b
-#define KVX_COMMAND_CAT(a, b) KVX_COMMAND_CAT2(a, b)
-// KVX_COMMAND(order, "name", "usage", {"flag", ...}, RunFunction)
-#define KVX_COMMAND(order, name, usage, flags, fn) \
-    static const ::kvx::cli::CommandRegistrar KVX_COMMAND_CAT(kvxCommand_, __LINE__)({name, usage, flags, fn, order})
-// KVX_ALMANAC_SECTION(order, TextFunction, JsonFunction)
-#define KVX_ALMANAC_SECTION(order, text, json) \
-    static const ::kvx::cli::AlmanacRegistrar KVX_COMMAND_CAT(kvxAlmanac_, __LINE__)({order, text, json})

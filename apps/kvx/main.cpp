@@ -2,7 +2,6 @@
 // the almanac for the default place and the current time; every subcommand
 // prints text by default and one JSON object with --json. Bad arguments give
 // a one-line error and a usage hint on stderr and exit status 2.
-#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -10,47 +9,65 @@
 
 #include "commands.h"
 
-namespace kvx::cli {
-
 namespace {
-std::vector<Command> &Registry() {
-    static std::vector<Command> commands;
-    return commands;
-}
-}  // namespace
 
-CommandRegistrar::CommandRegistrar(const Command &c) {
-    auto &r = Registry();
-    r.push_back(c);
-    std::stable_sort(r.begin(), r.end(), [](const Command &a, const Command &b) { return a.order < b.order; });
-}
+using namespace kvx::cli;
 
-const std::vector<Command> &Commands() { return Registry(); }
+struct Command {
+    const char *name;
+    const char *usage;               // shown after "kvx "
+    std::vector<std::string> flags;  // options that take no value
+    int (*run)(const Args &args);
+};
 
-}  // namespace kvx::cli
+#define KVX_PLACE "[--lat D --lon D --height M --tz H]"
 
-namespace {
+// Every subcommand, in the order of the help listing; the first is the
+// default when no subcommand is named.
+const Command kCommands[] = {
+    {"almanac", "[almanac] [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunAlmanac},
+    {"jd", "jd YYYY-MM-DD[Thh:mm[:ss]] [--tz H] [--json]", {"json"}, RunJd},
+    {"date", "date JD [--tz H] [--json]", {"json"}, RunDate},
+    {"time", "time YYYY-MM-DD[Thh:mm[:ss]] " KVX_PLACE " [--geocentre] [--json]", {"json", "geocentre"}, RunTime},
+    {"convert", "convert --from N --to N LON LAT [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"},
+     RunConvert},
+    {"const", "const RA DEC [--epoch J2000|B1875] [--json] | const --list [--json]   (degrees, or H:M:S D:M:S)",
+     {"json", "list"}, RunConst},
+    {"sun", "sun [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunSun},
+    {"planet", "planet NAME|all [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunPlanet},
+    {"comet",
+     "comet --line 'MPC line' | --file CometEls.txt [--name TEXT] | --T JDE --q AU --e E --peri D --node D "
+     "--incl D [--H M --K K] [--date ...] [--json]",
+     {"json"}, RunComet},
+    {"moon", "moon [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunMoon},
+    {"phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases},
+    {"orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit},
+    {"data", "data [--json]", {"json"}, RunData},
+    {"meteors", "meteors [--json]", {"json"}, RunMeteors},
+};
 
 void PrintUsage(FILE *out) {
     std::fprintf(out, "usage:\n");
-    for (const auto &c : kvx::cli::Commands()) std::fprintf(out, "  kvx %s\n", c.usage);
+    for (const auto &c : kCommands) std::fprintf(out, "  kvx %s\n", c.usage);
+}
+
+const Command *Find(const std::string &name) {
+    for (const auto &c : kCommands)
+        if (name == c.name) return &c;
+    return nullptr;
 }
 
 }  // namespace
 
 int main(int argc, char **argv) {
-    using namespace kvx::cli;
     std::vector<std::string> words(argv + 1, argv + argc);
     if (!words.empty() && (words[0] == "--help" || words[0] == "-h" || words[0] == "help")) {
         PrintUsage(stdout);
         return 0;
     }
-    if (Commands().empty()) return 1;
-    const Command *command = &Commands()[0];
+    const Command *command = &kCommands[0];
     if (!words.empty() && words[0].rfind("--", 0) != 0) {
-        command = nullptr;
-        for (const auto &c : Commands())
-            if (words[0] == c.name) command = &c;
+        command = Find(words[0]);
         if (!command) {
             std::fprintf(stderr, "kvx: unknown command '%s'\n", words[0].c_str());
             std::fprintf(stderr, "try 'kvx --help'\n");

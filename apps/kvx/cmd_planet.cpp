@@ -1,0 +1,68 @@
+// kvx planet, and the almanac lines of the Sun and the planets: apparent
+// place of date, altitude and azimuth, distance, magnitude and phase.
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "commands.h"
+#include "report.h"
+
+namespace kvx::cli {
+
+int RunPlanet(const Args &args) {
+    args.ExpectPositional(1, 1);
+    const std::string want = Lower(args.Positional()[0]);
+    std::vector<int> codes;
+    if (want == "all") {
+        for (int c = 0; c <= 11; ++c) codes.push_back(c);
+    } else {
+        for (int c = 0; c <= 11; ++c)
+            if (want == Lower(kPlanetNames[c])) codes.push_back(c);
+        if (codes.empty()) throw UsageError{"unknown planet \"" + args.Positional()[0] + "\" (mercury..haumea or all)"};
+    }
+    Place place;
+    ATime t = TimeFromArgs(args, &place);
+    BodyPos sun;
+    CalcSun(&t, &sun);
+    std::vector<BodyLine> lines;
+    for (int c : codes) {
+        BodyLine l{kPlanetNames[c], {}, true};
+        CalcPlanet(c, &t, &sun, &l.p);
+        lines.push_back(l);
+    }
+    if (args.Flag("json")) {
+        std::string list = "[";
+        for (size_t k = 0; k < lines.size(); ++k) list += (k ? ", " : "") + BodyLineJson(t, lines[k]);
+        std::printf("%s\n", Json().Num("jd", t.jd).Num("jde", t.jde).Raw("bodies", list + "]").Text().c_str());
+    } else {
+        std::printf("Planets  JD %.6f (UT)  JDE %.6f\n", t.jd, t.jde);
+        for (const auto &l : lines) PrintBodyLine(t, l);
+    }
+    return 0;
+}
+
+void PlanetsAlmanacText(const AlmanacContext &c) {
+    ATime t;
+    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    BodyPos sun;
+    std::printf("Sun and planets (apparent place of date, geometric altitude)\n");
+    for (const auto &l : SunAndPlanets(t, &sun)) PrintBodyLine(t, l);
+}
+
+void PlanetsAlmanacJson(const AlmanacContext &c, Json &out) {
+    ATime t;
+    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    BodyPos sun;
+    std::string list = "[";
+    bool first = true;
+    for (const auto &l : SunAndPlanets(t, &sun)) {
+        list += (first ? "" : ", ") + BodyLineJson(t, l);
+        first = false;
+    }
+    out.Raw("bodies", list + "]");
+}
+
+}  // namespace kvx::cli

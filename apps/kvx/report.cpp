@@ -1,0 +1,61 @@
+#include "report.h"
+
+#include <cstdio>
+
+namespace kvx::cli {
+
+const char *const kPlanetNames[12] = {"Mercury", "Venus", "Mars", "Jupiter", "Saturn", "Uranus",
+                                      "Neptune", "Pluto", "Eris", "Ceres", "Makemake", "Haumea"};
+
+std::string Lower(const std::string &s) {
+    std::string r;
+    for (char c : s) r += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    return r;
+}
+
+void PrintBodyLine(const ATime &t, const BodyLine &l) {
+    const Horizon hz = HorizonOf(t, l.p.f[0], l.p.f[1]);
+    const double alt = hz.altitude, az = hz.azimuth;
+    std::printf("  %-9s RA %s  Dec %s  alt %+6.2f  az %6.2f  dist %10.6f AU", l.name.c_str(), FormatHms(l.p.f[2], 2).c_str(),
+                FormatDms(l.p.f[3], 1, true).c_str(), alt, az, l.p.f[6]);
+    if (l.hasMag) std::printf("  mag %+5.1f  phase %.3f", l.p.f[35], l.p.f[18]);
+    std::printf("\n");
+}
+
+std::string BodyLineJson(const ATime &t, const BodyLine &l) {
+    const Horizon hz = HorizonOf(t, l.p.f[0], l.p.f[1]);
+    const double alt = hz.altitude, az = hz.azimuth;
+    Json j;
+    j.Str("name", l.name)
+        .Num("ra", l.p.f[2])
+        .Num("dec", l.p.f[3])
+        .Num("raJ2000", l.p.f[0])
+        .Num("decJ2000", l.p.f[1])
+        .Num("altitude", alt)
+        .Num("azimuth", az)
+        .Num("distance", l.p.f[6]);
+    if (l.hasMag) j.Num("magnitude", l.p.f[35]).Num("phase", l.p.f[18]).Num("diameter", l.p.f[34]);
+    return j.Text();
+}
+
+ATime TimeFromArgs(const Args &args, Place *place) {
+    *place = PlaceFrom(args);
+    const ADate date = DateOption(args, place->tz);
+    ATime t;
+    SetATimeDate(&date, &place->observer, &t);
+    return t;
+}
+
+std::vector<BodyLine> SunAndPlanets(ATime &t, BodyPos *sun) {
+    CalcSun(&t, sun);
+    std::vector<BodyLine> lines;
+    lines.push_back({"Sun", *sun, false});
+    for (int code = 0; code <= 7; ++code) {
+        BodyLine l{kPlanetNames[code], {}, true};
+        CalcPlanet(code, &t, sun, &l.p);
+        lines.push_back(l);
+    }
+    return lines;
+}
+
+}  // namespace kvx::cli
