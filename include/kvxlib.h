@@ -912,24 +912,31 @@ typedef struct ASatPassEvent {
 #define KVX_ASAT_CULMINATION 2
 #define KVX_ASAT_SET 3
 
-/* Passes of a satellite (CalcASat, so valid elements only) over observer
- * between jdStart and jdEnd (UT), written to out in time order: rise, then
- * culmination, then set. Rise and set are where the geometric altitude
- * crosses -h0, h0 = dip of the horizon for the observer's height plus
- * 0.5855555 deg of refraction (35' 08"), refined to better than a second;
- * the culmination is the highest point. Passes whose culmination is at
- * most 0.2 - h0 degrees (grazing) or below minAltitude (degrees) are left
- * out with their rise and set. visibleOnly non-zero keeps only passes
- * during which, at one of their events or whole minutes, the satellite is
- * not fully in the Earth's shadow (ASatEarthShadow below 1) while the Sun
- * is more than 6 degrees below the observer's horizon. A pass cut by
- * jdStart or jdEnd keeps the events inside the span. At most maxCount
- * records are written (the earliest); the return value is the number
- * written, so maxCount records mean there may be more after the last one.
- * Returns 0 for null pointers, maxCount < 1 or jdEnd <= jdStart. Spans
- * longer than 60 days are cut to 60 days. */
-KVX_API int32_t ASatRiseSet2(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude, int32_t visibleOnly, ASatPassEvent *out, int32_t maxCount);
-/* ASatRiseSet2 with visibleOnly = 0: every pass. */
+/* Flags of ASatRiseSet2. */
+#define KVX_ASAT_VISIBLE 1     /* visible passes only (see ASatRiseSet2) */
+#define KVX_ASAT_FULL_MODEL 2  /* propagate with CalcASatFull, not CalcASat */
+
+/* Passes of a satellite over observer between jdStart and jdEnd (UT),
+ * written to out in time order: rise, then culmination, then set. The
+ * satellite comes from CalcASat (so only while ASatIsElmValid accepts the
+ * elements), or from CalcASatFull with KVX_ASAT_FULL_MODEL in flags (for
+ * periods of 225 minutes and more). Rise and set are where the geometric
+ * altitude crosses -h0, h0 = dip of the horizon for the observer's height
+ * (0 below the ellipsoid) plus 0.5855555 deg of refraction (35' 08"),
+ * refined to better than a second; the culmination is the highest point.
+ * Passes whose culmination is at most 0.2 - h0 degrees (grazing) or below
+ * minAltitude (degrees) are left out with their rise and set. With
+ * KVX_ASAT_VISIBLE only passes are kept during which, at one of their
+ * events or whole minutes, the satellite is not fully in the Earth's shadow
+ * (ASatEarthShadow below 1) while the Sun is more than 6 degrees below the
+ * observer's horizon. A pass cut by jdStart or jdEnd keeps the events
+ * inside the span; a satellite that never sets has culminations only. At
+ * most maxCount records are written (the earliest); the return value is
+ * the number written, so maxCount records mean there may be more after the
+ * last one. Returns 0 for null pointers, maxCount < 1 or jdEnd <= jdStart.
+ * Spans longer than 60 days are cut to 60 days. */
+KVX_API int32_t ASatRiseSet2(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude, int32_t flags, ASatPassEvent *out, int32_t maxCount);
+/* ASatRiseSet2 with flags = 0: every pass, CalcASat's model. */
 KVX_API int32_t ASatRiseSet(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude, ASatPassEvent *out, int32_t maxCount);
 
 /* end of: Artificial satellites: observation and passes */

@@ -44,6 +44,8 @@ const Command kCommands[] = {
     {"orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit},
     {"data", "data [--json]", {"json"}, RunData},
     {"meteors", "meteors [--json]", {"json"}, RunMeteors},
+    {"sat", "sat FILE|- [--name NAME] [--days N] [--visible] [--now] [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]",
+     {"json", "visible", "now"}, RunSat},
 };
 
 void PrintUsage(FILE *out) {

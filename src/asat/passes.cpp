@@ -40,6 +40,7 @@ struct Sample {
 
 struct Context {
     const Elm *elm;
+    bool full;  // the complete model of the 2006 revision, no lifetime test
     NearEarth model;
     Station station;
     Lla place;
@@ -49,6 +50,7 @@ struct Context {
 };
 
 bool State(const Context &c, double jd, double r[3], double v[3]) {
+    if (c.full) return PropagateFull(*c.elm, (jd - c.elm->epoch) * 1440.0, r, v);
     if (!ASatIsElmValid(jd, c.elm)) return false;
     return PropagateNearEarth(c.model, (jd - c.elm->epoch) * 1440.0, r, v);
 }
@@ -226,12 +228,14 @@ void Examine(const Context &c, double ta, const Sample &a, double tb, const Samp
 
 }  // namespace
 
-int32_t FindPasses(double jdStart, double jdEnd, const Lla &place, const Elm &elm, double minAltitude,
-                   bool visibleOnly, ASatPassEvent *out, int32_t maxCount) {
+int32_t FindPasses(double jdStart, double jdEnd, const Lla &place, const Elm &elm, double minAltitude, int32_t flags,
+                   ASatPassEvent *out, int32_t maxCount) {
+    const bool visibleOnly = (flags & KVX_ASAT_VISIBLE) != 0;
     if (!(jdEnd > jdStart) || maxCount < 1 || !std::isfinite(jdStart)) return 0;
     if (jdEnd - jdStart > kMaxSpanDays) jdEnd = jdStart + kMaxSpanDays;
     Context c;
     c.elm = &elm;
+    c.full = (flags & KVX_ASAT_FULL_MODEL) != 0;
     InitNearEarth(elm, &c.model);
     c.place = place;
     c.station = MakeStation(place);
@@ -287,9 +291,9 @@ int32_t FindPasses(double jdStart, double jdEnd, const Lla &place, const Elm &el
 }  // namespace kvx::asat
 
 extern "C" int32_t ASatRiseSet2(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude,
-                                int32_t visibleOnly, ASatPassEvent *out, int32_t maxCount) {
+                                int32_t flags, ASatPassEvent *out, int32_t maxCount) {
     if (!observer || !elm || !out) return 0;
-    return kvx::asat::FindPasses(jdStart, jdEnd, *observer, *elm, minAltitude, visibleOnly != 0, out, maxCount);
+    return kvx::asat::FindPasses(jdStart, jdEnd, *observer, *elm, minAltitude, flags, out, maxCount);
 }
 
 extern "C" int32_t ASatRiseSet(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude,
