@@ -798,7 +798,7 @@ typedef struct Elm {
  * carries no status (always 1). */
 KVX_API int32_t ASatTleToElm(const TleLines *input, Elm *output);
 /* 1 when elm may be used at the universal-time Julian date jd, else 0 (and
- * 0 for a null elm): 0 before 1 January of the launch year (launch years
+ * 0 for a null elm, a NaN jd or |jd| >= 1e9): 0 before 1 January of the launch year (launch years
  * 00-55 are 2000-2055, 56-99 are 1956-1999); with bstar >= 0.0001 and a
  * perigee quantity q = 42241.09773 n^-1.5 (1 - e) below 680 (n in rev/day)
  * the set also expires after an empirical drag lifetime of

@@ -110,7 +110,9 @@ extern "C" int32_t ASatTleToElm(const TleLines *input, Elm *output) {
 // (1 - e) (n in rev/day), kept as it stands: its two pieces do not meet at
 // q = 650.
 extern "C" int32_t ASatIsElmValid(double jd, const Elm *elm) {
-    if (!elm) return 0;
+    // The calendar conversion takes whole days to int32: no date beyond a
+    // billion days is meaningful, and NaN never is.
+    if (!elm || !(std::fabs(jd) < 1e9)) return 0;
     int32_t year = 0, month = 0;
     double day = 0.0;
     JdToDate(jd, &year, &month, &day);

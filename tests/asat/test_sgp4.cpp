@@ -80,3 +80,52 @@ TEST(ASatPropagation, FullModelMatchesVerificationSetToTheMillimetre) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ASatPropagation, ExportedRulesAndHostileInput) {
+    const auto sets = kvx::test::ReadTleFile("asat_near_sets.tle");
+    const Elm &geo = sets[7];  // geostationary, 24 h
+    double r[3], v[3], rf[3];
+    // A geostationary set runs through the near-Earth equations: without
+    // the resonance and lunar-solar terms it drifts from the full model.
+    ASSERT_EQ(CalcASat(geo.epoch + 3.0, &geo, r, v), 1);
+    ASSERT_EQ(CalcASatFull(geo.epoch + 3.0, &geo, rf, nullptr), 1);
+    EXPECT_GT(kvx::test::Dist3(r, rf), 10.0);
+    EXPECT_LT(kvx::test::Dist3(r, rf), 1000.0);
+    // Null outputs are skipped; a null set or an instant before the launch
+    // year gives 0.
+    EXPECT_EQ(CalcASat(geo.epoch, &geo, nullptr, nullptr), 1);
+    EXPECT_EQ(CalcASat(geo.epoch, nullptr, r, v), 0);
+    EXPECT_EQ(CalcASat(CalcJd(1990, 1, 1.0), &geo, r, v), 0);  // launched 1996
+    // Two sets blend linearly by epoch: halfway, the mean of both.
+    Elm later = geo;
+    later.epoch += 2.0;
+    later.meanAnomaly += 0.01;
+    double a[3], b[3], mix[3];
+    CalcASat(geo.epoch + 1.0, &geo, a, nullptr);
+    CalcASat(geo.epoch + 1.0, &later, b, nullptr);
+    ASSERT_EQ(CalcASat2(geo.epoch + 1.0, &geo, &later, mix, nullptr), 1);
+    for (int k = 0; k < 3; ++k) EXPECT_NEAR(mix[k], 0.5 * (a[k] + b[k]), 1e-9);
+    EXPECT_EQ(CalcASat2(geo.epoch, nullptr, &later, mix, nullptr), 0);
+    EXPECT_EQ(CalcASat2(geo.epoch, &geo, &geo, mix, nullptr), 1);  // equal epochs: the first set
+    // Garbage and non-finite input answer 0 and never hang.
+    Elm bad = geo;
+    bad.meanMotion = 0.0;
+    EXPECT_EQ(CalcASat(geo.epoch, &bad, r, v), 0);
+    EXPECT_EQ(CalcASatFull(geo.epoch, &bad, r, v), 0);
+    bad = geo;
+    bad.eccentricity = 1.5;
+    EXPECT_EQ(CalcASatFull(geo.epoch, &bad, r, v), 0);
+    EXPECT_EQ(CalcASat(NAN, &geo, r, v), 0);
+    EXPECT_EQ(CalcASatFull(NAN, &geo, r, v), 0);
+    EXPECT_EQ(CalcASatFull(1e300, &geo, r, v), 0);
+    Lla place;
+    const double nan3[3] = {NAN, NAN, NAN};
+    ASatXyzToLla(2451545.0, nan3, &place);
+    ASatPassEvent ev[4];
+    const Lla obs{35.0, 139.0, 0.0};
+    EXPECT_EQ(ASatRiseSet(geo.epoch, INFINITY, &obs, &bad, -90.0, ev, 4), 0);
+}
+
+}  // namespace
