@@ -136,7 +136,7 @@ typedef struct ATime {
 } ATime;
 
 /* ======================================================================
- * Vectors, matrices and rotations                      (src/math/vector.cpp)
+ * Vectors, matrices and rotations (src/math/vector.cpp)
  * Rotation matrices are frame rotations: the axes turn by +a.
  * ====================================================================== */
 
@@ -146,23 +146,23 @@ KVX_API void AdToDc(const Ad *in, Dc *out);
  * z beyond +-1 giving exactly +-90. */
 KVX_API void DcToAd(const Dc *in, Ad *out);
 /* Direction of a vector of any length. Returns 0 and leaves out untouched
- * for the zero vector, else 1. */
+ * when the length is exactly 0, else 1. */
 KVX_API int32_t DcToAdR(const Dc *in, Ad *out);
-/* Length of v. */
+/* Length of v; 0 for null. */
 KVX_API double DcAbs(const Dc *v);
 /* out = a + b. */
 KVX_API void DcAdd(const Dc *a, const Dc *b, Dc *out);
 /* out = a - b. */
 KVX_API void DcSub(const Dc *a, const Dc *b, Dc *out);
-/* Length of b - a. */
+/* Length of b - a; 0 for null. */
 KVX_API double DcDist(const Dc *a, const Dc *b);
-/* out = v * s; returns out. */
+/* out = v * s; returns out (null when a pointer is null). */
 KVX_API Dc *DcMul(const Dc *v, double s, Dc *out);
-/* out = v / s (no guard for s = 0); returns out. */
+/* out = v / s (no guard for s = 0: IEEE infinities or NaN); returns out. */
 KVX_API Dc *DcDiv(const Dc *v, double s, Dc *out);
 /* out = v / |v| (no guard for the zero vector); returns |v|. */
 KVX_API double DcNorm(const Dc *v, Dc *out);
-/* a . b */
+/* a . b; 0 for null. */
 KVX_API double DcScalarProduct(const Dc *a, const Dc *b);
 /* out = a x b. */
 KVX_API void DcOuterProduct(const Dc *a, const Dc *b, Dc *out);
@@ -184,67 +184,77 @@ KVX_API void RotatePrm1(double a, double b, double out[9]);
 KVX_API double atan3(double y, double x);
 
 /* ======================================================================
- * Angles, sexagesimal conversion, interpolation         (src/math/angle.cpp)
+ * Angles, sexagesimal conversion, interpolation (src/math/angle.cpp)
  * ====================================================================== */
 
-/* Degrees reduced to 0 <= a < 360. */
+/* Degrees reduced to 0 <= a < 360 (a tiny negative a whose a + 360 rounds to
+ * 360 gives 0). */
 KVX_API double degmal(double a);
 /* Moved once into -180..180: one step of 360 each way (700 gives 340). */
 KVX_API double degmal180(double a);
-/* A latitude: reduced, moved to -180..180, clamped (not reflected) to -90..90. */
+/* A latitude: reduced, moved to -180..180, clamped (not reflected) to
+ * -90..90 (100 gives 90). */
 KVX_API double degmal2(double a);
 /* Integer degrees reduced to 0..359. */
 KVX_API int32_t degmalInt(int32_t a);
 /* Hours reduced to 0 <= h < 24. */
 KVX_API double hourmal(double h);
-/* Decimal degrees to sign, degrees, minutes, seconds. */
+/* Decimal degrees to sign (+1 for a >= 0), degrees, minutes, seconds, each
+ * part taken from |a|. */
 KVX_API void DegTo60(double a, Deg60 *out);
 /* As DegTo60, degrees and minutes rounded to the whole minute; the seconds
  * field then holds the shifted seconds and is not meant to be shown. */
 KVX_API void DegTo60_2(double a, Deg60 *out);
 /* Sexagesimal to decimal degrees. */
 KVX_API double DegTo10(Deg60 a);
-/* Decimal hours to hours, minutes, seconds (pass non-negative hours). */
+/* Decimal hours to hours, minutes, seconds. No sign field: a negative h
+ * gives negative minutes and seconds (-1.5 gives -2 h -30 m 0 s), so pass
+ * reduced hours. */
 KVX_API void HourTo60(double h, Hour60 *out);
 /* Sexagesimal to decimal hours. */
 KVX_API double HourTo10(Hour60 h);
-/* Position angle (0 < pa <= 360, north = 360) and angular distance, both in
- * degrees, from one point of the sphere to another. Either output may be null. */
+/* Position angle (0 < pa <= 360, north = 360) and haversine angular
+ * distance, both in degrees, from one point of the sphere to another. Either
+ * output may be null. */
 KVX_API void Deg2Point(const Ad *from, const Ad *to, double *positionAngle, double *distance);
-/* Lagrange interpolation through n points (0 when n < 1); the abscissae
- * must be distinct. */
+/* Lagrange polynomial through (xs[i], ys[i]), i < n, evaluated at x; 0 when
+ * n < 1 or a table is null. Equal abscissae divide by zero. */
 KVX_API double Lagrange(double x, int32_t n, const double *xs, const double *ys);
 /* Integer square root, floor(sqrt(n)), for n >= 0 (0 for negative n). */
 KVX_API int32_t lsqrt(int32_t n);
 
 /* ======================================================================
- * Fixed-point arithmetic                          (src/math/fixed_point.cpp)
+ * Fixed-point arithmetic (src/math/fixed_point.cpp)
  * ====================================================================== */
 
-/* (a b) >> 30 with a 64-bit product, rounding toward minus infinity. */
+/* (a b) >> 30 with a 64-bit product, rounding toward minus infinity
+ * (fxpmul(-1, 1) = -1). */
 KVX_API int32_t fxpmul(int32_t a, int32_t b);
 /* (a 2^30) / b, truncated toward zero, low 32 bits (0 when b = 0). */
 KVX_API int32_t fxpdiv(int32_t a, int32_t b);
-/* Cosine of a fixed-point angle: 1.0 below 0, 0 from pi/2 on. */
+/* Cosine of a fixed-point angle: 1.0 below 0, 0 from pi/2 (1686629713) on. */
 KVX_API int32_t fxpcos(int32_t angle);
-/* Arc cosine in 0..pi as an unsigned bit pattern. */
+/* Arc cosine in 0..pi as an unsigned bit pattern (pi = 0xC90FDAA2). */
 KVX_API int32_t fxpacos(int32_t x);
 /* pi/2 - fxpacos(x). */
 KVX_API int32_t fxpasin(int32_t x);
-/* asin(y / sqrt(x^2 + y^2)): the sign of x is not used, so the result lies in
- * -pi/2..pi/2; 0 when the radius is below about 0.0049; needs x^2 + y^2 < 1. */
+/* asin(y / sqrt(x^2 + y^2)): the sign of x is not used, so the result lies
+ * in -pi/2..pi/2 (fxpatan2(0, -1.0) is 0, not pi); 0 when the radius is
+ * below 0x500000 (about 0.0049); needs x^2 + y^2 < 1. */
 KVX_API int32_t fxpatan2(int32_t y, int32_t x);
 /* Square root for 0 <= x < 1.0 (1.0 from 1.0 on, 0 below one unit). */
 KVX_API int32_t fxpsqrt(int32_t x);
-/* Square root of an unsigned value for 0 <= x < (pi/2)^2. */
+/* Square root of an unsigned value for 0 <= x < (pi/2)^2; from 0x9DE9E64D on
+ * it returns pi/2 (1686629713). */
 KVX_API uint32_t fxpusqrt(uint32_t x);
 /* Unit vector of a direction in degrees, components truncated toward zero. */
 KVX_API void AdToFx(const Ad *in, FxVec *out);
-/* Each component times 2^30, truncated toward zero. */
+/* Each component (within -2..2) times 2^30, truncated toward zero. */
 KVX_API void DcToFx(const Dc *in, FxVec *out);
 /* Each component times 2^-30. */
 KVX_API void FxToDc(const FxVec *in, Dc *out);
-/* Direction in degrees of a fixed-point vector of any length. */
+/* Direction in degrees of a fixed-point vector of any length: a in 0..360 (0
+ * when x = y = 0), d = asin(z / r); the zero vector gives a NaN declination. */
 KVX_API void FxToAd(const FxVec *in, Ad *out);
 /* Each element times 2^30, truncated toward zero. */
 KVX_API void MatrixFlToFx(const double m[9], Fx out[9]);
@@ -258,41 +268,52 @@ KVX_API void RotateFxYZ(const FxVec *v, const Fx m[9], FxVec *out);
 KVX_API int32_t RotateFxZ(const FxVec *v, const Fx m[9]);
 
 /* ======================================================================
- * Julian dates and civil dates                          (src/time/date.cpp)
+ * Julian dates and civil dates (src/time/date.cpp)
  * Julian calendar up to 1582 October 4, Gregorian from October 15.
  * ====================================================================== */
 
-/* Julian date of a calendar date (day may carry a fraction). */
+/* Julian date of a calendar date (day may carry a fraction). The Gregorian
+ * correction applies when the Julian-calendar value exceeds 2299160.5, so
+ * Julian 1582-10-05 and Gregorian 1582-10-15 both give 2299160.5. */
 KVX_API double CalcJd(double year, double month, double day);
-/* Julian date (universal time) of a local civil date in its zone. */
+/* Julian date (universal time) of a local civil date in its zone; out-of-
+ * range hours and minutes carry into the day. 0 for null. */
 KVX_API double GetJd(const ADate *date);
 /* Calendar date of a Julian date; returns the year. Null outputs are skipped. */
 KVX_API int32_t JdToDate(double jd, int32_t *year, int32_t *month, double *day);
-/* Calendar date and time of a Julian date; tz is left untouched (pass
- * jd + tz/24 and set tz yourself for local time). */
+/* Calendar date and time of a Julian date, parts truncated toward zero; tz
+ * is left untouched (pass jd + tz/24 and set tz yourself for local time). */
 KVX_API void JdToDate2(double jd, ADate *out);
 /* jd - 2400000.5 */
 KVX_API double GetMjd(double jd);
 /* Shifts a date by a calendar interval (the interval's tz is not read);
- * subtract != 0 subtracts. Returns the resulting day of month. A shift to an
- * exact multiple of a day backwards gives 24:00 of the day before. */
+ * subtract != 0 subtracts. Time is carried first, then days, then months and
+ * years; a result inside 1582-10-05..14 snaps to October 4 (days 5-9) or 15
+ * (10-14); a day past the month's end rolls over (Jan 31 + 1 month = Mar 3).
+ * A backward shift to an exact multiple of a day gives 24:00 of the day
+ * before. Returns the resulting day of month. */
 KVX_API int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtract);
 /* As ChangeDate, but a result outside the years -100000..100000 leaves the
  * record unchanged. Returns the year ChangeDate produced, even if rejected. */
 KVX_API int32_t ChangeLimitDate(ADate *date, const ADate *interval, int32_t subtract);
-/* Re-expresses the date in another zone (hours); returns the year. */
+/* Re-expresses the date in zone newTz (hours): a shift of newTz - tz hours
+ * through ChangeLimitDate, then tz = newTz; returns that year. */
 KVX_API int32_t ChangeTimezone(ADate *date, double newTz);
 /* Normalises hours 24..36 and minute 60 into the following day; returns the year. */
 KVX_API int32_t Date36To24(ADate *date);
-/* 1 if the date is valid (hours 0..36 and minutes 0..60 allowed), else 0. */
+/* 1 if the date is valid: month 1..12, a day of that month (Julian leap rule
+ * up to 1582, negative multiples of 4 included; Gregorian after), hour
+ * 0..36, minute 0..60, not 1582-10-05..14; else 0. The second is not
+ * checked. */
 KVX_API int32_t CheckDate(const ADate *date);
-/* Current date and time in zone tz (hours), whole seconds; reserved is not
- * read. Returns the year. */
+/* Current date and time in zone tz (hours), whole seconds (milliseconds
+ * dropped); reserved is not read. Returns the year. */
 KVX_API int32_t GetNowDate(ADate *date, double reserved, double tz);
 /* The system's current offset from universal time, in whole hours (a
  * +5:30 zone gives 5). */
 KVX_API double GetTimezone(void);
-/* Years from JD 2442412.5 with a small rate term. */
+/* Years from JD 2442412.5 with a small rate term: t + (0.0317 t + 1.43)
+ * 1e-6, t = (jd - 2442412.5) / 365.25. */
 KVX_API double GetT(double jd);
 /* Julian centuries from J2000.0. */
 KVX_API double GetT2(double jd);
@@ -301,17 +322,21 @@ KVX_API double GetT2(double jd);
 KVX_API double GetEp(double jde);
 
 /* ======================================================================
- * Delta T                         (src/time/delta_t.cpp)
+ * Delta T (src/time/delta_t.cpp)
  * ====================================================================== */
 
 /* Dynamical time (TT) of a universal-time Julian date: jd + Delta T. Delta T
- * comes from the delta-T file loaded at start-up when it covers jd, else the
- * TAI - UTC steps of 1961-1971, else the Espenak-Meeus polynomials. */
+ * comes from the delta-T file loaded at start-up when it covers jd (a step
+ * table, held five years past its newest entry), else the TAI - UTC steps of
+ * 1961-1971 plus 32.184 s, else the Espenak-Meeus polynomials of the year;
+ * the last two carry the -0.000012932 (y - 1955)^2 s correction. */
 KVX_API double UtToDt(double jd);
 /* Universal time of a dynamical Julian date: jde - Delta T(jde), Delta T
- * taken at jde itself (no iteration). */
+ * taken at jde itself (no iteration), so DtToUt(UtToDt(jd)) differs from jd
+ * by the change of Delta T over Delta T. */
 KVX_API double DtToUt(double jde);
-/* 1 when a delta-T file of format version exactly 2 is loaded, else 0. */
+/* 1 when a delta-T file of format version exactly 2 is loaded, else 0
+ * (version 1 and versions above 2 load but answer 0). */
 KVX_API int32_t IsValidJdtFile(void);
 
 /* end of: Delta T */
@@ -322,14 +347,19 @@ KVX_API int32_t IsValidJdtFile(void);
 
 /* Precession matrix from the mean equator and equinox of fromJd to those of
  * toJd (dynamical Julian dates), IAU 2006: exactly the identity for equal
- * epochs; a start within a day of J2000.0 keeps the frame bias; spans beyond
- * +-30 centuries continue at 50"/year. */
+ * epochs; a start within a day of J2000.0 keeps the frame bias (a matrix
+ * ending at J2000.0 ends on the mean equator without it); a start more than
+ * 30 centuries from J2000.0 is computed the other way round and inverted;
+ * spans beyond +-30 centuries continue at 50" per year of 365.24 days about
+ * the ecliptic pole. */
 KVX_API void GetPrecMtx(double fromJd, double toJd, double out[9]);
-/* out = direction of M (unit vector of in): a in 0..360, d = asin(z). */
+/* out = direction of M (unit vector of in): a in 0..360, d = asin(z); in and
+ * out may be the same record. */
 KVX_API void PrecEqt(const Ad *in, Ad *out, const double m[9]);
 /* Nutation at a dynamical Julian date: out[0] = dpsi, out[1] = deps
- * (degrees), from the JPL DE file when one with nutations is loaded, else
- * the IAU 1980 series truncated at 0.001". */
+ * (degrees), from the JPL DE file when it holds nutations and covers jde,
+ * else the IAU 1980 series truncated at 0.001" (about 9 mas from the full
+ * series) with jde clamped to J2000.0 +-30 centuries. */
 KVX_API void GetNutationParam(double jde, double out[2]);
 /* Mean to true equator of date from the nutation pair (degrees) and the mean
  * obliquity eps (degrees): Rx(-(eps + deps)) Rz(-dpsi) Rx(eps). */
@@ -341,31 +371,40 @@ KVX_API void GetNutationMtx(const double nutation[2], double eps, double out[9])
  * Time-and-observer record, sidereal time, observer vectors (src/time/atime.cpp)
  * ====================================================================== */
 
-/* Fill an ATime for a local civil date (fields and tz) and an observer
- * (null: the centre of the Earth). */
+/* Fill an ATime for a local civil date (fields and tz; jde = UtToDt(jd)) and
+ * an observer (null: the centre of the Earth). Null date or out does
+ * nothing. */
 KVX_API void SetATimeDate(const ADate *date, const Observer *obs, ATime *out);
-/* Fill an ATime for a universal-time Julian date; the date fields are local
- * time in zone tz (hours). */
+/* Fill an ATime for a universal-time Julian date; the date fields are the
+ * local time JdToDate2(jd + tz/24) in zone tz (hours). */
 KVX_API void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out);
 /* As SetATimeJd with the caller's Delta T in seconds: jde = jd + deltaT/86400. */
 KVX_API void SetATimeJd2(double jd, double deltaT, double tz, const Observer *obs, ATime *out);
 /* Local apparent sidereal time (degrees, 0..360) at a universal-time Julian
- * date and east longitude (degrees); longitude 0 gives Greenwich. */
+ * date and east longitude (degrees), with the library's Delta T, obliquity
+ * and nutation; longitude 0 gives Greenwich. */
 KVX_API double GetLst(double jd, double longitude);
 /* As GetLst with the caller's mean obliquity and nutation in longitude
  * (degrees): GMST (IAU 1982) + dpsi cos(eps) + longitude. */
 KVX_API double GetLst2(double jd, double obliquity, double dpsi, double longitude);
 /* Observer's geocentric position (AU, J2000.0 axes) on the GRS80 Earth at a
- * universal-time Julian date; (0, 0, 0) for a null observer. */
+ * universal-time Julian date: turned by the Greenwich apparent sidereal time
+ * and precessed with GetPrecMtx(jd, J2000.0) (no nutation); (0, 0, 0) for a
+ * null observer. */
 KVX_API void GetTopocenter(const Observer *obs, double jd, double out[3]);
 /* Observer on any ellipsoid (flattening, equatorial radius in km) turned by
- * the sidereal angle theta (degrees): body-centred vector in AU, J2000.0 axes. */
+ * the sidereal angle theta (degrees): body-centred vector in AU, precessed
+ * with GetPrecMtx(jd, J2000.0) to the J2000.0 axes; (0, 0, 0) for a null
+ * observer. */
 KVX_API void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, double flattening, double equatorialRadius, double out[3]);
 /* ObsToPcEqtXyz on the GRS80 Earth at Greenwich apparent sidereal time. */
 KVX_API void ObsToGcEqtXyz(const Observer *obs, double jd, double out[3]);
 /* Inverse of ObsToPcEqtXyz: body-centred vector (AU, J2000.0 axes) to
  * latitude, longitude (degrees), height (m); 50 iterations of the latitude.
- * A vector below 1e-6 AU gives latitude 0, longitude 0, height -radius. */
+ * The vector is precessed with GetPrecMtx(J2000.0, jd), which carries the
+ * frame bias the forward conversion leaves out: a round trip is good to
+ * about a metre on the Earth. A vector below 1e-6 AU gives latitude 0,
+ * longitude 0, height -radius. */
 KVX_API void PcEqtXyzToObs(const double xyz[3], double jd, double theta, double flattening, double equatorialRadius, Observer *out);
 /* PcEqtXyzToObs on the GRS80 Earth at Greenwich apparent sidereal time. */
 KVX_API void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out);
@@ -380,49 +419,59 @@ union BodyPos; /* defined with the Sun below */
 /* Vectors here are double[3] (x, y, z) on the axes of the equator named by
  * the caller; out may be the same array as an input. Null pointers do
  * nothing. */
-/* Annual aberration with the elliptic terms, from t's jde and epsTrue.
- * add != 0: geometric -> apparent; add == 0: apparent -> geometric (at most
- * four fixed-point passes). out is a unit vector. */
+/* Annual aberration with the elliptic terms, from t's jde and epsTrue. add
+ * != 0: geometric -> apparent; add == 0: apparent -> geometric, by at most
+ * four fixed-point passes (fewer when a pass moves the vector by less than
+ * 1e-6). out is a unit vector. */
 KVX_API void AnnualAberration(const ATime *t, const double v[3], int32_t add, double out[3]);
 /* Light deflection by the Sun for a body of the solar system: p unit
- * geocentric direction, q heliocentric position (direction used), e the
- * Earth's heliocentric position (AU). out is not renormalised; out = p when
- * the body is exactly behind the Sun. */
+ * geocentric direction, q heliocentric position (its direction is used), e
+ * the Earth's heliocentric position (AU, its length is used). out is not
+ * renormalised (its length differs from 1 by up to 1e-8); out = p when the
+ * body lies behind the Sun (1 + q.e within 1e-8 of 0). */
 KVX_API void DeflectionSolar(const double p[3], const double q[3], const double e[3], double out[3]);
-/* Light deflection by the Sun for a star (p unit direction, e as above);
- * out renormalised; out = p when the star is exactly behind the Sun. */
+/* Light deflection by the Sun for a star (p unit direction, e as above); out
+ * renormalised; out = p when the star lies exactly behind the Sun. */
 KVX_API void DeflectionStar(const double p[3], const double e[3], double out[3]);
 /* Annual parallax (degrees) of a star p, away from the Sun at (sunAd[0]
- * right ascension, sunAd[1] declination, degrees) at 1 AU; out unit. */
+ * right ascension, sunAd[1] declination, degrees) at 1 AU; out unit (the
+ * normalised p for parallax 0). The Sun's apparent place of date serves a
+ * J2000.0 p as well: the frame difference is far below the effect. */
 KVX_API void AnnualParallax(const double p[3], double parallax, const double sunAd[2], double out[3]);
 /* Proper motion along a great circle from jd0 to jd: pm[0] rate of right
  * ascension (not times cos dec), pm[1] of declination, degrees per Julian
- * year. No guard at the poles (x = y = 0 divides by zero). */
+ * year of 365.25 days; out is not renormalised. No guard at the poles (x = y
+ * = 0 divides by zero). */
 KVX_API void ProperMotion(double jd0, const double p[3], const double pm[2], double jd, double out[3]);
 /* Apparent direction of date (true equator and equinox, unit vector) of a
- * star given at J2000.0: proper motion, parallax, deflection, aberration,
- * then precession and nutation. sun: CalcSun's record for the same t. */
+ * star given at J2000.0 (p unit direction, pm as ProperMotion, parallax in
+ * degrees): proper motion, parallax, deflection, aberration, then precession
+ * and nutation. sun: CalcSun's record for the same t (fields 3-4 and 8-10
+ * are read). */
 KVX_API void StarApparent(const ATime *t, const double p[3], const double pm[2], double parallax, const union BodyPos *sun, double out[3]);
 
 /* end of: Apparent place: aberration, deflection, parallax, proper motion */
 
 /* ======================================================================
- * Atmospheric refraction      (src/place/refraction.cpp)
+ * Atmospheric refraction (src/place/refraction.cpp)
  * ====================================================================== */
 
 /* Standard atmosphere, no temperature or pressure. in->a is copied, in->d
  * is the altitude in degrees. Both return out (null if a pointer is null);
  * out may be in. */
-/* True altitude -> apparent altitude (refraction added). */
+/* True altitude -> apparent altitude (refraction added). Within 0.1 degree
+ * of -5.11 the formula's pole is avoided by using tan(h) itself, so the
+ * result jumps there. */
 KVX_API Ad *AtmosphericRefraction(const Ad *in, Ad *out);
-/* Apparent altitude -> true altitude (refraction removed). Not an exact
- * inverse of AtmosphericRefraction (sub-arcsecond residue at the horizon). */
+/* Apparent altitude -> true altitude (refraction removed), with the same
+ * guard near -4.4. Not an exact inverse of AtmosphericRefraction (sub-
+ * arcsecond residue at the horizon). */
 KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
 
 /* end of: Atmospheric refraction */
 
 /* ======================================================================
- * Coordinate systems and position angle (src/place/coordinates.cpp)
+ * Coordinate systems and position angle (src/place/coordinates.cpp, src/place/position_angle.cpp)
  * ====================================================================== */
 
 /* Coordinate-system codes of Coordinates (pairs in degrees):
@@ -445,36 +494,42 @@ KVX_API Ad *DeAtmosphericRefraction(const Ad *in, Ad *out);
 #define KVX_COORD_ECL_MEAN       8
 #define KVX_COORD_ECL_APPARENT   9
 #define KVX_COORD_GALACTIC       10
-/* Converts in from system `from` to system `to` for the instant and
- * observer of t. from == to: copies in unchanged (no normalisation) and
- * returns in. Otherwise returns out (longitude 0..360). Null in or out, or
- * null t when from != to: returns null and writes nothing. */
+/* Converts in from system `from` to system `to` for the instant and observer
+ * of t. from == to: copies in unchanged (no normalisation) and returns in.
+ * Otherwise returns out (longitude 0..360; out may be in). The apparent
+ * systems include annual aberration (removed by iteration on the way in); no
+ * refraction or diurnal parallax. Null in or out, or null t when from != to:
+ * returns null and writes nothing. */
 KVX_API Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t to, Ad *out);
-/* Position angle (0 < pa <= 360, due north = 360) and distance (degrees)
- * of target seen from centre; the same computation as Deg2Point. Either
- * output may be null. Returns distance. */
+/* Position angle (0 < pa <= 360, due north = 360, east 90) and haversine
+ * distance (degrees) of target seen from centre; the same computation as
+ * Deg2Point. Either output may be null. Returns distance, or null (nothing
+ * written) when centre or target is null. */
 KVX_API double *AdToPaDist(const Ad *centre, const Ad *target, double *positionAngle, double *distance);
-/* The point at position angle pa and distance r (degrees) from centre.
- * r == 0 gives the centre; at pa 0 or 180 a result at a pole keeps the
- * centre's right ascension. */
+/* The point at position angle pa and distance r (degrees) from centre, right
+ * ascension 0..360. r == 0 gives the centre; at pa 0 or 180 a result within
+ * 1e-6 degree of a pole keeps the centre's right ascension. */
 KVX_API void PaDistToAd(const Ad *centre, double positionAngle, double distance, Ad *out);
 
 /* end of: Coordinate systems and position angle */
 
 /* ======================================================================
- * Constellations           (src/place/constellation.cpp)
+ * Constellations (src/place/constellation.cpp)
  * ====================================================================== */
 
-/* Constellation code (0..88) of ad = {right ascension, declination} in
- * degrees, or -1 (declination outside -90..90, right ascension an exact
- * negative multiple of 360, null ad). epochJd exactly 2405888.5 (B1875.0):
- * ad is used as it stands; any other value: ad is J2000.0 and is precessed
- * to B1875.0. The library holds codes only, no names. */
+/* Constellation code (0..88; 36 at the north celestial pole, 58 at the
+ * south) of ad = {right ascension, declination} in degrees. epochJd exactly
+ * 2405888.5 (B1875.0): ad is used as it stands; any other value: ad is
+ * J2000.0 and is precessed to B1875.0 first. -1 for a declination outside
+ * -90..90 (tested after the precession, so on the J2000.0 path a declination
+ * beyond a pole is the point over the pole), a right ascension that is an
+ * exact negative multiple of 360, values that are not numbers, or a null ad.
+ * The library holds codes only, no names. */
 KVX_API int32_t GetConstellation(const double *ad, double epochJd);
 /* end of: Constellations */
 
 /* ======================================================================
- * JPL DE ephemeris and position files       (src/solar/ephem/)
+ * JPL DE ephemeris and position files (src/solar/ephem/)
  * ====================================================================== */
 
 /* Reading of the data files happens once, when the library is loaded; see
@@ -499,7 +554,9 @@ KVX_API int32_t GetConstellation(const double *ad, double epochJd);
  * A shorter L fills only the leading fields; a header whose geometry does not
  * hold together opens but answers no query. */
 
-/* DE number of the main JPL DE file (e.g. 405), -1 when none is open. */
+/* DE number of the main JPL DE file (e.g. 405), -1 when none is open. A file
+ * read into memory (OnMemory) still reports its number although it answers
+ * no query. */
 KVX_API int32_t GetJplDeVersion(void);
 /* 1 when the Moon's positions come from a file (the JPL DE file or
  * "moon.xyz"), 0 when from the built-in theory. */
@@ -511,7 +568,36 @@ KVX_API int32_t IsValidPlanetXyzFile(void);
 /* end of: JPL DE ephemeris and position files */
 
 /* ======================================================================
- * The Sun                            (src/solar/sun/sun.cpp)
+ * Data files loaded at start-up (src/time/startup.cpp)
+ * ====================================================================== */
+
+/* What the library holds of a data file it loaded at start-up, for showing
+ * what a computation will draw on. 40 bytes. */
+typedef struct DataFileInfo {
+    double start;    /* first Julian date covered (TT; Delta T: the oldest entry) */
+    double end;      /* last Julian date covered (Delta T: the newest entry) */
+    double step;     /* days per record (DE files) or per row (planet file); 0 for Delta T */
+    int32_t count;   /* records (DE files), data rows (planet file) or entries (Delta T) */
+    int32_t version; /* DE number (DE files), format version (Delta T), else 0 */
+    int32_t number;  /* planet file: the block's body number in the file, 199 Mercury,
+                        299 Venus, 399 Earth, 499 Mars ... 999 Pluto, 1099 Eris,
+                        1199 Ceres, 1299 Makemake, 1399 Haumea; else 0 */
+    int32_t body;    /* planet file: the same body as a library code (-3, 0..11); else 0 */
+} DataFileInfo;
+#define KVX_DATA_JPL_DE  1  /* the main JPL DE file ("JplEphUnixFile"); index 0 */
+#define KVX_DATA_MOON    2  /* the Moon's file: the JPL DE file or "moon.xyz"; index 0 */
+#define KVX_DATA_PLANET  3  /* the planet file: block `index`, 0.. in file order */
+#define KVX_DATA_DELTA_T 4  /* the Delta T table; index 0 */
+/* Fills out for data file `file` and returns 1; returns 0 and writes
+ * nothing when that file (or block) is not loaded, for another index or
+ * code, or a null out. Files read into memory with OnMemory are reported
+ * too (see GetJplDeVersion and IsValidPlanetXyzFile for what they answer). */
+KVX_API int32_t GetDataFileInfo(int32_t file, int32_t index, DataFileInfo *out);
+
+/* end of: Data files loaded at start-up */
+
+/* ======================================================================
+ * The Sun (src/solar/sun/sun.cpp)
  * ====================================================================== */
 
 /* Result record of CalcSun, CalcPlanet, CalcMoon/CalcMoon2, CalcComet and
@@ -541,18 +627,20 @@ typedef union BodyPos {
 #define KVX_BODYPOS_INT(bp, k) ((bp).i[2 * ((k) - 1)])
 
 /* Place of the Sun for t, fields 1-20 of the Sun record (see BodyPos):
- * astrometric and apparent RA/Dec, ecliptic place of date, distance, the
+ * astrometric and apparent RA/Dec, ecliptic place of date, distance (the
+ * geometric vector of the instant: no light time, aberration only), the
  * Earth's heliocentric vector (8-10, J2000.0 equator; 11-13 ecliptic of
- * date), geocentric distance (14), semi-diameter (15), P, B0, the
- * heliographic longitude of the centre from the solar equator's node and L0
- * (16-19, degrees), 20 = -1. Call it before CalcPlanet, CalcMoon and
- * CalcComet for the same t. Null pointers do nothing. */
+ * date), geocentric distance (14), topocentric semi-diameter (15, solar
+ * radius 696000 km), P, B0, the heliographic longitude of the centre from
+ * the solar equator's node and L0 (16-19, degrees), 20 = -1. Call it before
+ * CalcPlanet, CalcMoon and CalcComet for the same t. Null pointers do
+ * nothing. */
 KVX_API void CalcSun(ATime *t, BodyPos *out);
 
 /* end of: The Sun */
 
 /* ======================================================================
- * The Moon                          (src/solar/moon/moon.cpp)
+ * The Moon (src/solar/moon/moon.cpp)
  * ====================================================================== */
 
 /* Geocentric ecliptic longitude and latitude of the Moon (lb, degrees, mean
@@ -564,18 +652,22 @@ KVX_API int32_t CalcMoonLbr(double jd, double lb[2], double *dist);
  * geocentric J2000.0 RA/Dec, 11-12 geocentric ecliptic longitude/latitude of
  * date, 13 geocentric distance (km), 17 position angle of the axis, 20-21
  * total librations in longitude/latitude, 24-26 direction cosines of 1-2 and
- * moon.fx. Null t or out: nothing is done. */
+ * moon.fx. Light time is iterated to 0.01 s from a file, to 1 s with the
+ * theory. Outside dynamical JD 1538798.0..3364651.0 field 20 is 0 and fields
+ * 17 and 21 are clamped to +-26 and +-7 degrees. Null t or out: nothing is
+ * done. */
 KVX_API void CalcMoon2(ATime *t, BodyPos *out);
-/* CalcMoon2, then 8 and 14 topocentric and geocentric semi-diameters, 15-16
- * azimuth and altitude, 18 illuminated fraction and 19 position angle of
- * the bright limb; sunPos must come from CalcSun for the same t (null:
- * fields 18-19 unset). Null t or out: nothing is done. */
+/* CalcMoon2, then 8 and 14 topocentric and geocentric semi-diameters
+ * (degrees, lunar radius 1737.4 km), 15-16 azimuth and altitude (system 1 of
+ * Coordinates), 18 illuminated fraction and 19 position angle of the bright
+ * limb; sunPos must come from CalcSun for the same t (null: fields 18-19
+ * unset). Null t or out: nothing is done. */
 KVX_API void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos);
 
 /* end of: The Moon */
 
 /* ======================================================================
- * Moon phases and age         (src/solar/moon/moon_phase.cpp)
+ * Moon phases and age (src/solar/moon/moon_phase.cpp, src/solar/moon/moon_phase_series.cpp)
  * ====================================================================== */
 
 /* A principal phase of the Moon: phase number (0 new Moon, 1 first quarter,
@@ -586,27 +678,33 @@ typedef struct MoonPhase {
 } MoonPhase;
 
 /* Dynamical-time Julian date of a principal phase of lunation k by the
- * series of the true phases (Meeus); k = 0 is the new Moon of 2000 January 6
- * and the fraction of k (k - floor(k)) selects .0 new, .25 first quarter,
- * .5 full, .75 last quarter; other fractions give the new-Moon series. */
+ * series of the true phases; k = 0 is the new Moon of 2000 January 6 and the
+ * fraction of k (k - floor(k), each within 1e-6, so k = -0.25 is a last
+ * quarter) selects .0 new, .25 first quarter, .5 full, .75 last quarter;
+ * other fractions give the new-Moon series at that k. About a quarter of a
+ * minute from a modern ephemeris over 1900-2100. */
 KVX_API double GetNewMoonJd2000(double k);
 
-/* Days since the last new Moon at Julian date jd: from the phase series
- * inside JD 1356173.0..3547272.0 (sunPos, moonPos unused there), outside it
- * from moonPos field 11 minus sunPos field 5 over the mean daily elongation
- * (0 when either record is null). */
+/* Days since the last new Moon at Julian date jd: inside JD
+ * 1356173.0..3547272.0 from the phase series (dynamical time, compared with
+ * jd as given; sunPos and moonPos unused), outside it from moonPos field 11
+ * minus sunPos field 5, reduced to 0..360, over the mean daily elongation
+ * 12.190749 degrees (0 when either record is null). */
 KVX_API double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *moonPos);
-/* The principal phases whose instants fall in the local calendar month of
- * month (year, month, tz read), in time order, at most max; returns the
- * count. Instants are universal time inside JD 1356173.0..3547272.0 (series
- * refined with the library's Sun and Moon), else from daily samples without
- * Delta T. Null month or out: 0. */
+/* The principal phases (0 new, 1 first quarter, 2 full, 3 last quarter)
+ * whose instants fall in the local calendar month of month (year, month, tz
+ * read; the day and time ignored), in time order, at most max; returns the
+ * count. Inside JD 1356173.0..3547272.0 the instants are universal time
+ * (the series refined with the library's Sun and Moon); outside it they
+ * come from daily samples of the elongation without Delta T, and a month
+ * whose first crossing after the fourth-last day of the month before falls
+ * before the month yields nothing. Null month or out, or max < 1: 0. */
 KVX_API int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max);
 
 /* end of: Moon phases and age */
 
 /* ======================================================================
- * The planets and orbital elements (src/solar/planet/planet.cpp)
+ * The planets and orbital elements (src/solar/planet/planet.cpp, src/solar/planet/orbit_elements.cpp)
  * ====================================================================== */
 
 /* Mean or osculating orbital elements of a body moving round the Sun,
@@ -627,51 +725,68 @@ typedef struct OrbitElm {
 } OrbitElm;
 
 /* Mean elements of date of a planet, code 0..7 (Mercury..Pluto) or -3 (the
- * Earth-Moon barycentre), at dynamical Julian date jde, on the ecliptic and
- * equinox of J2000.0: E. M. Standish's Keplerian elements for 3000 BC to
- * AD 3000 (extrapolated outside). Returns 1, or 0 for another code or a null
- * record. */
+ * Earth-Moon barycentre), at dynamical Julian date jde, which becomes the
+ * epoch; on the ecliptic and equinox of J2000.0: E. M. Standish's Keplerian
+ * elements for 3000 BC to AD 3000 (extrapolated outside); the mean motion is
+ * the derivative of the mean anomaly at jde. Returns 1, or 0 (record
+ * untouched) for another code or a null record. */
 KVX_API int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out);
 /* Heliocentric position (AU) and, when vel is not null, velocity (AU/day) at
- * dynamical Julian date jde from an element record, on the axes of the
- * elements' ecliptic and equinox. Returns 1, or 0 for a null record or an
- * eccentricity not below 1. */
+ * dynamical Julian date jde from an element record (the mean anomaly
+ * advanced from the epoch with n), on the axes of the elements' ecliptic and
+ * equinox. Returns 1, or 0 for a null record or pos, or an eccentricity
+ * outside 0..1. */
 KVX_API int32_t GetPlanetByElement(const OrbitElm *elm, double jde, double pos[3], double vel[3]);
-/* Osculating elements from a heliocentric position (AU) and velocity (AU/day)
- * at dynamical Julian date jde, with the Gaussian constant. The vectors are
+/* Osculating elements of an elliptic orbit about the Sun from a heliocentric
+ * position (AU) and velocity (AU/day) at dynamical Julian date jde (Gaussian
+ * constant 0.01720209895, the body's mass neglected). The vectors are
  * equatorial and are rotated to the ecliptic by the obliquity eps (degrees;
- * pass 0 for vectors that are already ecliptic); out->equinox is set to
- * `equinox`. Returns 1, or 0 for a null pointer or an orbit that is not
- * elliptic. */
+ * pass 0 for vectors that are already ecliptic); out->epoch = jde,
+ * out->equinox = equinox. Zero inclination gives node 0, a circular orbit
+ * the perihelion at the node. Returns 1, or 0 (record untouched) for a null
+ * pointer, a zero vector or an orbit that is not elliptic. */
 KVX_API int32_t CalPVtoElm(const double pos[3], const double vel[3], double jde, double eps, double equinox, OrbitElm *out);
-/* n points (n >= 2) evenly spaced in eccentric anomaly along the mean orbit
- * of date of planet `code` (as GetPlanetOrbitElm), heliocentric, J2000.0
- * equatorial axes, AU, written as xyz[3k..3k+2]. Returns the number of
- * points written (0 for a bad code, n < 2 or a null buffer). */
+/* n points (n >= 2) at eccentric anomalies 360 k / (n - 1) along the mean
+ * orbit of date of planet `code` (as GetPlanetOrbitElm), the last closing on
+ * the first (perihelion); heliocentric, J2000.0 equatorial axes, AU, written
+ * as xyz[3k..3k+2]. Returns n, or 0 for a bad code, n < 2 or a null buffer. */
 KVX_API int32_t CalcPlanetOrbit3(int32_t code, double jde, int32_t n, double *xyz);
 
 /* Place, distance, phase and brightness of body code (-3 Earth, 0..7
  * Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for t; sunPos is
- * CalcSun's record for the same t. Fills fields 1-37 (field 37: magnitude in
- * tenths, int32, read with KVX_BODYPOS_INT). Returns 1, or 0 for an unknown
- * code or a null pointer. */
+ * CalcSun's record for the same t (fields 1-2 and 7-10 are read). Fields:
+ * 1-7 (topocentric, light time iterated to one second, aberration); 8-10
+ * heliocentric vector at the light-time-retarded instant and 11-13 at the
+ * instant (J2000.0 equator, AU); 14-16 fields 11-13 on the mean ecliptic of
+ * date; 17 heliocentric distance; 18 geometric geocentric distance at the
+ * instant; 19 illuminated fraction; 20 bright-limb position angle; 21-34 the
+ * physical-ephemeris block, -1 where not computed; 35 apparent diameter
+ * (arcseconds); 36 visual magnitude (Saturn with its rings); 37 magnitude in
+ * tenths (int32, read with KVX_BODYPOS_INT). Fields 35-37 mean nothing for
+ * code -3. Returns 1, or 0 for an unknown code or a null pointer (nothing
+ * written). */
 KVX_API int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out);
 /* Heliocentric ecliptic longitude and latitude of date (degrees) and
- * distance (AU) of body code at dynamical Julian date jd. Returns 1, or 0
- * for an unknown code or null outputs. */
+ * distance (AU) of body code at dynamical Julian date jd, geometric (no
+ * light time). Returns 1, or 0 for an unknown code or null outputs. */
 KVX_API int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r);
-/* Illuminated fraction and position angle of the bright limb (degrees) from
- * the RA/Dec (fields 1-2) of the Sun's and the body's records and their
- * distances from the observer (AU). Null outputs are skipped. */
+/* Illuminated fraction and position angle of the bright limb (degrees,
+ * -180..180, from north through east) from the RA/Dec (fields 1-2) of the
+ * Sun's and the body's records and their distances from the observer (AU).
+ * Null outputs are skipped; null records do nothing. */
 KVX_API void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction, double *limbAngle);
 /* Reduced visual magnitude of body code from its heliocentric vector h and
- * the Earth's e (AU); -999.0 for an unknown code or null vectors. */
+ * the Earth's e (AU): V0 + 5 log10(r Delta) with the phase laws of Mercury
+ * to Jupiter only (no Saturn ring term, no Ceres phase function), the phase
+ * angle from cos i = (r^2 + Delta^2 - R) / (2 r Delta) with R = |e| itself,
+ * not its square (kept for compatibility); code -3 uses V0 = -2.96. -999.0
+ * for an unknown code or null vectors. */
 KVX_API double GetPlanetMag(int32_t code, const double h[3], const double e[3]);
 
 /* end of: The planets and orbital elements */
 
 /* ======================================================================
- * Comets and minor planets                  (src/comet/)
+ * Comets and minor planets (src/comet/)
  * ====================================================================== */
 
 /* Orbital elements of a comet or minor planet referred to its perihelion.
@@ -699,34 +814,171 @@ typedef struct CometElements {
     double validTo;
 } CometElements;
 
-/* Gauss vectors of an orbit: m (row by row) gets P in its first column and Q
- * in its second, equatorial axes of the year equinoxYear (obliquity from
- * GetEp, fixed 23.83253 / 23.05253 degrees beyond 4000 years from 2000);
- * the third column is zero. Angles in degrees. */
+/* Gauss vectors of an orbit, for positions x P + y Q on the equatorial axes
+ * of the year equinoxYear (e.g. 2000.0): m (row by row) gets P in its first
+ * column, Q in its second and zeros in its third. omega (argument of
+ * perihelion), node and incl in degrees. The obliquity is GetEp at January
+ * 1.5 of that year, fixed at 23.83253 (23.05253) degrees for a year more
+ * than 4000 years before (after) 2000. A null m does nothing. */
 KVX_API void GetVectorConst(double *m, double omega, double node, double incl, double equinoxYear);
-/* The full orientation matrix RotateX(-eps) RotateZ(-node) RotateX(-incl)
- * RotateZ(-omega), same obliquity rule. */
+/* The whole orientation matrix from the orbit plane (x toward the
+ * perihelion, z along the orbit's pole) to the same equatorial axes:
+ * RotateX(-eps) RotateZ(-node) RotateX(-incl) RotateZ(-omega), same
+ * obliquity rule. */
 KVX_API void GetVectorConst3D(double *m, double omega, double node, double incl, double equinoxYear);
 
-/* Place and magnitude of a comet or minor planet for t (sunPos: CalcSun's
- * record for the same t), filled like CalcPlanet's head: fields 1-20, 36 and
- * 37 (21-35 = -1). Returns 1, or 0 when the orbit cannot be solved or a
- * pointer is null. */
+/* Place and magnitude of a comet or minor planet for t, filled like
+ * CalcPlanet: fields 1-20 as there (light time iterated to one second, at
+ * most 50 passes), 21-35 = -1, 36 visual magnitude (m = H + 5 log delta + K
+ * log r for a comet, the H, G law for a minor planet), 37 the magnitude in
+ * tenths (int32). sunPos: CalcSun's record for the same t (fields 1-2 and
+ * 7-10 are read). Returns 1, or 0 when the orbit cannot be solved (the
+ * record is then incomplete) or a pointer is null. */
 KVX_API int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunPos, BodyPos *out);
-/* n points along the orbit, heliocentric, J2000.0 equator, AU (xyz[3k..]):
- * an ellipse whole, an open orbit out to the distance rMax (AU). Returns the
- * number of points, 0 on bad input. */
+/* n points (n >= 2) along the orbit, heliocentric, J2000.0 equator, AU,
+ * written as xyz[3k..3k+2]: an ellipse (e < 1) at eccentric anomalies 360 k
+ * / (n - 1), closing on the perihelion; a parabola or hyperbola at true
+ * anomalies evenly spaced between -v and +v, v being where the distance
+ * reaches rMax (AU), capped short of a hyperbola's asymptote. Returns n, or
+ * 0 for a null pointer, n < 2, q <= 0 or rMax <= q on an open orbit. */
 KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz);
 
 /* end of: Comets and minor planets */
 
 /* ======================================================================
- * Meteor showers               (src/calendar/meteor.cpp)
+ * Solar terms and seasonal days              (src/calendar/solar_term.cpp)
+ *
+ * Process-wide caches: Sekki_CheckDay and Sekki_GetTableData share one
+ * year table; Calender_NewToOld, Calender_OldToNew and Calender_GetTable
+ * share one lunisolar month table; Holiday_CheckDay and
+ * Holiday_GetHolidayData share one holiday list. None is guarded: calls to
+ * these seven functions must be serialised by the caller (one thread at a
+ * time). GetSunLongJD keeps no state and is reentrant.
+ * ====================================================================== */
+
+/* Universal-time Julian date at which the Sun's apparent longitude (true
+ * ecliptic and equinox of date, with aberration) reaches `longitude`
+ * degrees near its usual date in `year`: inverse four-point interpolation
+ * over 0h UT samples two days before to one day after that date. The
+ * longitude must be one of the codes of the year table: the 24 terms
+ * (multiples of 15) and 27, 80, 100, 117, 207, 297; the counted days'
+ * codes -1..-5 are also accepted (as longitudes 359..355 near those days'
+ * dates, of no use); any other value returns 0.0. The search starts from
+ * the table's usual date: for 45 degrees that is 1 May, four to five days
+ * before the term, and the instant is extrapolated (up to about 20 s less
+ * accurate than the other terms). Uses the Sun's current source (JPL DE
+ * file when it covers the date, else the built-in theory). */
+KVX_API double GetSunLongJD(int32_t year, int32_t longitude);
+
+/* The year table: 35 entries of a civil year in a zone (zoneHours east of
+ * Greenwich), sorted by date:
+ *   identifiers 1-24: the solar terms from 285 degrees (1) to 270 (24),
+ *     code = the longitude, hours = local clock time of the instant;
+ *   25-28: doyo entry days, the Sun at 297, 27, 117, 207 degrees;
+ *   29, 30: the Sun at 80 (nyubai) and 100 degrees (hangesho);
+ *   31: setsubun (the day before the 315-degree term), code -1;
+ *   32, 33: first days of the spring and autumn equinoctial weeks (three
+ *     days before the 0- and 180-degree terms), codes -2 and -5;
+ *   34, 35: the 88th and 210th days counted from the 315-degree term,
+ *     codes -3 and -4; the counted days have hours 0.0.
+ * An entry that cannot be placed in the year gets month 13 (sorted last,
+ * never matched). Entries on the same day keep template order.
+ *
+ * Sekki_CheckDay: identifier of the first entry on (month, day), writing
+ * its hours and code (either pointer may be null); 0 when none, outputs
+ * untouched. Builds the table when `year` differs from the cached one. The
+ * cache is keyed by the year only: a second zone for the same year is
+ * answered from the table of the first zone. */
+KVX_API int32_t Sekki_CheckDay(int32_t year, int32_t month, int32_t day, double zoneHours, double *hours, int32_t *code);
+/* Entry `index` (0..34) of the table the last Sekki_CheckDay built: writes
+ * month, day, hours and code (null pointers skipped) and returns the
+ * identifier; 0 for an index outside 0..34. Never builds: before the first
+ * Sekki_CheckDay every entry is zero. */
+KVX_API int32_t Sekki_GetTableData(int32_t index, int32_t *month, int32_t *day, double *hours, int32_t *code);
+
+/* end of: Solar terms and seasonal days */
+
+/* ======================================================================
+ * Lunisolar calendar                          (src/calendar/lunisolar.cpp)
+ *
+ * The traditional Japanese calendar: a month starts on the local day of a
+ * new moon; the month holding the winter solstice is 11; a thirteenth
+ * lunation between two like-numbered months is a leap month. An old-style
+ * date uses the ADate record with year, month, day and tz: month 1..12, or
+ * -m for the leap month that follows month m. Hours, minutes and seconds
+ * are neither read nor written. Shared cache: see "Solar terms" above.
+ *
+ * The table of one key year holds the lunations starting from November of
+ * the year before to February of the year after, in the zone of the
+ * request that built it. A civil date in December uses the next year's
+ * table. The cache is keyed by the key year only: a request in another zone
+ * for the same key year is answered from the first zone's table. Key years
+ * outside -100000..100000 give an empty table. (The name "Calender" is the
+ * interface's own spelling.)
+ * ====================================================================== */
+
+/* Old-style date of the civil day (year, month, day, tz of civil): writes
+ * old's year, month, day and tz; old may be civil. An old day above 30
+ * is reduced by 30. January and February dates in old month 11 or 12 get
+ * the previous old year. Returns the old month (absolute value), except
+ * that it returns the old year when the year was reduced like that. When
+ * the date lies at or after the table's last lunation (or before its
+ * first), old's month and day are left as they were. 0 for a null pointer. */
+KVX_API int32_t Calender_NewToOld(const ADate *civil, ADate *old);
+/* Civil date (year, month, day, tz) of an old-style date: the first
+ * lunation numbered old->month (sign included) that starts after the 1st
+ * of civil month old->month of old->year, plus day - 1 days. Returns the
+ * civil day; when no such lunation is in the table (a leap month the year
+ * lacks) civil->month is set to 0 and the result means nothing. civil may
+ * be old. 0 for a null pointer. */
+KVX_API int32_t Calender_OldToNew(const ADate *old, ADate *civil);
+/* Entry `index` of the month table the last conversion built: start (the
+ * Julian date of the local midnight beginning the new moon's day, in the
+ * zone of the build) and month number; null pointers are skipped. Returns
+ * index, or -1 (nothing written) for an index outside the table. */
+KVX_API int32_t Calender_GetTable(int32_t index, double *start, int32_t *month);
+
+/* end of: Lunisolar calendar */
+
+/* ======================================================================
+ * Public holidays of Japan                      (src/calendar/holiday.cpp)
+ *
+ * Holiday kinds (the library stores codes, no names):
+ *   0 not a holiday        1 substitute holiday     2 day between holidays
+ *   3 New Year's Day       4 Coming of Age Day      5 National Foundation Day
+ *   6 Vernal Equinox Day   7 Autumnal Equinox Day   8 Constitution Memorial Day
+ *   9 Children's Day      10 Respect for the Aged Day
+ *  11 Health and Sports Day (to 2019)               12 Culture Day
+ *  13 Labour Thanksgiving Day
+ *  14 the Emperor's Birthday (29 Apr to 1988, 23 Dec 1989-2018, 23 Feb from 2020)
+ *  15 Greenery Day (29 Apr 1989-2006, 4 May from 2007)   16 Marine Day
+ *  17 Showa Day           22 Mountain Day          24 Sports Day (from 2020)
+ *  one-time holidays: 18 (1989-02-24), 19 (1959-04-10), 20 (1993-06-09),
+ *  21 (1990-11-12), 23 (2019-05-01), 25 (2019-10-22).
+ * The equinox days come from a fixed formula, not from the Sun: 20 March
+ * and 23 September after 2150. Years before 1948 have no holidays. Shared
+ * cache: see "Solar terms" above.
+ * ====================================================================== */
+
+/* Kind of the holiday on the civil day, 0 if none. Builds the year's list
+ * when `year` differs from the cached one. */
+KVX_API int32_t Holiday_CheckDay(int32_t year, int32_t month, int32_t day);
+/* Entry `index` of the list the last Holiday_CheckDay built: writes month,
+ * day and weekday (0 = Sunday; null pointers skipped) and returns the kind;
+ * 0 for an index outside the list. Never builds. Entries are in rule order,
+ * not calendar order: substitute and between days follow the holiday that
+ * made them, and from 2020 the 23 February birthday comes last. */
+KVX_API int32_t Holiday_GetHolidayData(int32_t index, int32_t *month, int32_t *day, int32_t *weekday);
+
+/* end of: Public holidays of Japan */
+
+/* ======================================================================
+ * Meteor showers (src/calendar/meteor.cpp)
  * ====================================================================== */
 
 /* One meteor shower of the catalogue read from "meteor.txt" at load time.
  * The library gives the numeric fields no meaning; the sample file of the
- * distribution documents its columns (tools/meteor.txt). 136 bytes. */
+ * distribution documents its columns (tests/data/meteor.txt). 136 bytes. */
 typedef struct MeteorInfo {
     int32_t number;
     char code[4];        /* up to 3 characters, zero-terminated */
@@ -738,7 +990,8 @@ typedef struct MeteorInfo {
     int32_t optional;    /* the optional last integer, -1 when absent */
 } MeteorInfo;
 
-/* Number of records; -1 when no file with a valid line was ever loaded. */
+/* Number of records; -1 when no file with a valid line was ever loaded. The
+ * count outlives the records freed at unload. */
 KVX_API int32_t GetMeteorInfoCount(void);
 /* Record `index` (owned by the library, valid until unload), or null when
  * index >= the count or no catalogue is loaded. A negative index is not

@@ -34,6 +34,9 @@ static_assert(sizeof(ATime) == 592);
 static_assert(sizeof(BodyPos) == 296);
 static_assert(offsetof(BodyPos, moon.fx) == 8 * 26);
 
+static_assert(sizeof(DataFileInfo) == 40 && offsetof(DataFileInfo, count) == 24 &&
+              offsetof(DataFileInfo, body) == 36);
+
 TEST(Layout, BodyPosFieldAccessors) {
     BodyPos bp{};
     KVX_BODYPOS_FIELD(bp, 7) = 1.5;

@@ -1,6 +1,6 @@
 /* Heliocentric geometric positions of one planet from Swiss Ephemeris
- * (libswe, swe-basic-data), for the fitting tool fit_planet_series.py and
- * the reference script tests/reference/make_planet_series_reference.py.
+ * (libswe, swe-basic-data), for the fitting tool fit_planet_series.py (the
+ * tests' reference rows come from tests/reference/planet_series_swe.c).
  *
  *   cc -O2 swe_helio.c -lswe -lm -o swe_helio
  *   swe_helio SE_BODY < dates > rows

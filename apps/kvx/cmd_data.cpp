@@ -1,21 +1,18 @@
 // kvx data: which data files the library loaded, and from where.
 //
-// What was loaded comes from the library's exports (GetJplDeVersion,
-// IsValidPlanetXyzFile, IsValidMoonXyzFile, IsValidJdtFile,
-// GetMeteorInfoCount). Where the files are and what they cover (spans,
-// bodies, entries) the command finds out itself: it looks the six settings
-// up with the library's own settings reader (compiled into the CLI: per-user,
-// then machine-wide configuration file, else the library's own directory)
-// and reads the files' headers.
+// What was loaded and what it covers comes from the library's exports
+// (GetDataFileInfo, GetJplDeVersion, IsValidPlanetXyzFile,
+// IsValidMoonXyzFile, IsValidJdtFile, GetMeteorInfoCount). Where the files
+// are the command looks up with the library's own settings reader (compiled
+// into the CLI: per-user, then machine-wide configuration file, else the
+// library's own directory).
 #ifndef _WIN32
 #include <dlfcn.h>
 #endif
 
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <cctype>
 #include <cstring>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -68,48 +65,17 @@ std::string Date(double jd) {
     return buf;
 }
 
-// Span and DE number from a DE or KQ header.
-struct DeHeader {
-    bool ok = false;
-    double start = 0, end = 0, step = 0;
-    int de = 0;
-    bool kq = false;
-};
-
-DeHeader ReadDeHeader(const std::string &path) {
-    DeHeader h;
-    std::ifstream in(path, std::ios::binary);
-    char magic[2] = {};
-    if (!in.read(magic, 2)) return h;
-    h.kq = magic[0] == 'K' && magic[1] == 'Q';
-    const std::streamoff at = h.kq ? 16 : 2652, deAt = h.kq ? 16 + 248 : 2652 + 188;
-    double span[3];
-    int32_t de = 0;
-    in.seekg(at);
-    if (!in.read(reinterpret_cast<char *>(span), sizeof span)) return h;
-    in.seekg(deAt);
-    if (!in.read(reinterpret_cast<char *>(&de), 4)) return h;
-    h = {true, span[0], span[1], span[2], de, h.kq};
-    return h;
+// What the library loaded of one data file (nothing: all zero).
+DataFileInfo Info(int32_t file, int32_t index = 0) {
+    DataFileInfo info{};
+    GetDataFileInfo(file, index, &info);
+    return info;
 }
 
-struct PlanetBlock {
-    int number;
-    double first, last, step;
-    long rows;
-};
-
-std::vector<PlanetBlock> ReadPlanetBlocks(const std::string &path) {
-    std::vector<PlanetBlock> blocks;
-    std::ifstream in(path, std::ios::binary);
-    long row = 0;
-    double h[6];
-    while (blocks.size() < 13 && in.seekg(row * 48) && in.read(reinterpret_cast<char *>(h), 48)) {
-        const double n = std::floor(h[4] + 1e-6);
-        if (!(n >= 1 && n < 1e9) || std::floor(h[5] + 1e-6) != 48) break;
-        blocks.push_back({static_cast<int>(std::floor(h[0] + 1e-6)), h[1], h[2], h[3], static_cast<long>(n) - 1});
-        row += static_cast<long>(n);
-    }
+std::vector<DataFileInfo> PlanetBlocks() {
+    std::vector<DataFileInfo> blocks;
+    DataFileInfo b;
+    while (GetDataFileInfo(KVX_DATA_PLANET, static_cast<int32_t>(blocks.size()), &b)) blocks.push_back(b);
     return blocks;
 }
 
@@ -118,29 +84,6 @@ const char *PlanetName(int number) {
                                          "Neptune", "Pluto", "Eris",  "Ceres", "Makemake", "Haumea"};
     const int i = number / 100 - 1;
     return (number % 100 == 99 && i >= 0 && i < 13) ? kNames[i] : "?";
-}
-
-struct JdtInfo {
-    int version = -1;
-    int entries = 0;
-    double newest = 0;
-};
-
-JdtInfo ReadJdt(const std::string &path) {
-    JdtInfo info;
-    std::ifstream in(path);
-    std::string line;
-    bool first = true;
-    while (std::getline(in, line)) {
-        if (first && line.rfind("# KVXJDT VER.", 0) == 0) {
-            info.version = std::atoi(line.c_str() + 13);
-        } else if (!line.empty() && line[0] >= '0' && line[0] <= '9') {
-            if (first) info.version = 1;
-            if (info.entries++ == 0) info.newest = std::atof(line.c_str());
-        }
-        first = false;
-    }
-    return info;
 }
 
 std::string Span(double a, double b) {
@@ -158,23 +101,23 @@ int RunData(const Args &args) {
 
     const Located jdtAt = Locate("DtUtFile", "kvxjdt.dat");
     const int jdtValid = IsValidJdtFile();
-    const JdtInfo jdt = ReadJdt(jdtAt.path);
+    const DataFileInfo jdt = Info(KVX_DATA_DELTA_T);
 
     const Located planetAt = Locate("PlanetXyzFile", "planet.xyz");
     const int planetOpen = IsValidPlanetXyzFile();
-    const std::vector<PlanetBlock> blocks = ReadPlanetBlocks(planetAt.path);
+    const std::vector<DataFileInfo> blocks = PlanetBlocks();
     const char *planetState = planetOpen ? "open"
                               : (onMemory && !blocks.empty()) ? "read into memory (OnMemory)"
                                                               : "not loaded";
 
     const Located jplAt = Locate("JplEphUnixFile", "");
     const int deVersion = GetJplDeVersion();
-    const DeHeader jpl = deVersion >= 0 ? ReadDeHeader(jplAt.path) : DeHeader{};
+    const DataFileInfo jpl = Info(KVX_DATA_JPL_DE);
 
     const int moonValid = IsValidMoonXyzFile();
     const Located moonAt = Locate("MoonXyzFile", "moon.xyz");
     const bool moonFromJpl = moonValid && deVersion >= 0;
-    const DeHeader moon = (moonValid && !moonFromJpl) ? ReadDeHeader(moonAt.path) : DeHeader{};
+    const DataFileInfo moon = Info(KVX_DATA_MOON);
 
     const Located meteorAt = Locate("MeteorFile", "meteor.txt");
     const int meteors = IsValidMeteorFile() ? GetMeteorInfoCount() : 0;
@@ -185,10 +128,10 @@ int RunData(const Args &args) {
             bodies += (i ? ", " : "") + Json()
                                            .Int("number", blocks[i].number)
                                            .Str("body", PlanetName(blocks[i].number))
-                                           .Num("first", blocks[i].first)
-                                           .Num("last", blocks[i].last)
+                                           .Num("first", blocks[i].start)
+                                           .Num("last", blocks[i].end)
                                            .Num("step", blocks[i].step)
-                                           .Int("rows", blocks[i].rows)
+                                           .Int("rows", blocks[i].count)
                                            .Text();
         bodies += "]";
         Json out;
@@ -196,9 +139,9 @@ int RunData(const Args &args) {
             .Raw("deltaT", Json()
                                .Str("path", jdtAt.path)
                                .Raw("valid", jdtValid ? "true" : "false")
-                               .Int("version", jdt.version)
-                               .Int("entries", jdt.entries)
-                               .Num("newest", jdt.newest)
+                               .Int("version", jdt.count > 0 ? jdt.version : -1)
+                               .Int("entries", jdt.count)
+                               .Num("newest", jdt.end)
                                .Text())
             .Raw("planets", Json().Str("path", planetAt.path).Str("state", planetState).Raw("bodies", bodies).Text())
             .Raw("jpl", Json()
@@ -221,16 +164,16 @@ int RunData(const Args &args) {
 
     std::printf("OnMemory    %s\n", onMemory ? "on" : "off");
     std::printf("Delta T     %s (%s)\n", jdtAt.path.c_str(), jdtAt.from.c_str());
-    if (jdt.version >= 0 && jdt.entries > 0)
-        std::printf("            version %d, %d entries, newest JD %.1f (%s)%s\n", jdt.version, jdt.entries,
-                    jdt.newest, Date(jdt.newest).c_str(), jdtValid ? "" : "; not in use as a version-2 file");
+    if (jdt.count > 0)
+        std::printf("            version %d, %d entries, newest JD %.1f (%s)%s\n", jdt.version, jdt.count, jdt.end,
+                    Date(jdt.end).c_str(), jdtValid ? "" : "; not in use as a version-2 file");
     else
         std::printf("            not loaded: built-in table and polynomials\n");
     std::printf("Planets     %s (%s): %s\n", planetAt.path.c_str(), planetAt.from.c_str(), planetState);
     if (planetOpen || std::strcmp(planetState, "not loaded") != 0)
         for (const auto &b : blocks)
-            std::printf("            %-8s %s, step %g d, %ld rows\n", PlanetName(b.number), Span(b.first, b.last).c_str(),
-                        b.step, b.rows);
+            std::printf("            %-8s %s, step %g d, %d rows\n", PlanetName(b.number), Span(b.start, b.end).c_str(),
+                        b.step, b.count);
     if (deVersion >= 0)
         std::printf("JPL DE      %s (%s): DE%d, %s%s\n", jplAt.path.c_str(), jplAt.from.c_str(), deVersion,
                     Span(jpl.start, jpl.end).c_str(), onMemory ? "; read into memory, so not queried" : "");

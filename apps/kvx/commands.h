@@ -23,6 +23,9 @@ int RunMoon(const Args &args);
 int RunPhases(const Args &args);
 int RunData(const Args &args);
 int RunMeteors(const Args &args);
+int RunCalendar(const Args &args);
+int RunHolidays(const Args &args);
+int RunTerms(const Args &args);
 int RunSat(const Args &args);
 
 // What every almanac section is given: the place, the local date and the

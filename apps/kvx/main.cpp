@@ -44,6 +44,9 @@ const Command kCommands[] = {
     {"orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit},
     {"data", "data [--json]", {"json"}, RunData},
     {"meteors", "meteors [--json]", {"json"}, RunMeteors},
+    {"calendar", "calendar YYYY-MM [--tz H] [--json]", {"json"}, RunCalendar},
+    {"holidays", "holidays YEAR [--json]", {"json"}, RunHolidays},
+    {"terms", "terms YEAR [--tz H] [--json]", {"json"}, RunTerms},
     {"sat", "sat FILE|- [--name NAME] [--days N] [--visible] [--now] [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]",
      {"json", "visible", "now"}, RunSat},
 };

@@ -135,15 +135,8 @@ void Release() {
 
 }  // namespace kvx::meteor
 
-/// GetMeteorInfoCount: number of showers in the catalogue loaded at start-up;
-/// -1 when no file with at least one valid line has been loaded. The count
-/// stays after unloading frees the records.
 extern "C" int32_t GetMeteorInfoCount(void) { return kvx::meteor::gCount; }
 
-/// GetMeteorInfo: the record at `index` (0-based) of the catalogue, owned by
-/// the library until it is unloaded; null when index >= the count or no
-/// catalogue is loaded. Negative indexes are not rejected: the address then
-/// lies before the catalogue and must not be read.
 extern "C" const MeteorInfo *GetMeteorInfo(int32_t index) {
     using namespace kvx::meteor;
     if (!gTable || index >= gCount) return nullptr;
@@ -152,5 +145,4 @@ extern "C" const MeteorInfo *GetMeteorInfo(int32_t index) {
                                                            sizeof(MeteorInfo));
 }
 
-/// IsValidMeteorFile: 1 when a meteor catalogue is loaded, else 0.
 extern "C" int32_t IsValidMeteorFile(void) { return kvx::meteor::gTable != nullptr ? 1 : 0; }

@@ -6,13 +6,11 @@
 #include "comet/comet_orbit.h"
 #include "math/constants.h"
 #include "math/vec3.h"
+#include "solar/body/body_pipeline.h"
 
 namespace kvx::comet {
 
 namespace {
-
-constexpr double kLightDays = 0.005775518308;
-constexpr int kMaxLightIterations = 50;
 
 using vec3::Norm;
 using vec3::Rotate;
@@ -27,7 +25,7 @@ void PlaneToJ2000(const CometElements &el, double x, double y, double out[3]) {
     out[2] = pq[6] * x + pq[7] * y;
     if (el.equinox != 2000.0) {
         double m[9];
-        GetPrecMtx(CalcJd(el.equinox, 1, 1.5), 2451545.0, m);
+        GetPrecMtx(CalcJd(el.equinox, 1, 1.5), kJ2000, m);
         Rotate(m, out, out);
     }
 }
@@ -45,73 +43,40 @@ int HelioJ2000(const CometElements &el, double jde, double out[3]) {
 
 using namespace kvx;
 
-/// Place and brightness of a comet or minor planet for an ATime, filled like
-/// the head of CalcPlanet's record: 1-2 astrometric topocentric RA/Dec
-/// (J2000.0), 3-4 apparent RA/Dec of date, 5-6 ecliptic longitude/latitude
-/// of date (mean, no aberration), 7 observer distance (AU), 8-10
-/// heliocentric vector at the light-time-retarded instant and 11-13 at the
-/// instant (J2000.0 equator), 14-16 fields 11-13 on the mean ecliptic of
-/// date, 17 heliocentric distance, 18 geometric geocentric distance at the
-/// instant, 19 illuminated fraction, 20 bright-limb position angle, 21-35
-/// -1.0, 36 visual magnitude (comet law, or the H, G law for minor
-/// planets), 37 magnitude in tenths (int32). The Earth's position is the Sun
-/// record's fields 8-10 (sunPos: CalcSun for the same t). Light time is
-/// iterated to one second (at most 50 passes). Returns 1, or 0 when the
-/// orbit cannot be solved (the record is then incomplete) or for a null
-/// pointer.
+// The observer stays inside the light-time loop, which starts from the
+// topocentric distance at the instant.
 extern "C" int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunPos, BodyPos *out) {
     if (!el || !t || !sunPos || !out) return 0;
+    using namespace body::planet_slot;
     double *f = out->f;
+    const auto source = [el](double when, double v[3]) { return comet::HelioJ2000(*el, when, v) != 0; };
     double h[3];
-    if (!comet::HelioJ2000(*el, t->jde, h)) return 0;
-    f[10] = h[0];
-    f[11] = h[1];
-    f[12] = h[2];
-    f[16] = comet::Norm(h);
-    double w[3];
-    comet::Rotate(t->precFromJ2000, h, w);
-    comet::Rotate(t->eqToEcl, w, &f[13]);
-    const double E[3] = {sunPos->f[7], sunPos->f[8], sunPos->f[9]};
-    double g[3] = {h[0] - E[0] - t->obsPos[0], h[1] - E[1] - t->obsPos[1], h[2] - E[2] - t->obsPos[2]};
-    f[17] = std::sqrt((h[0] - E[0]) * (h[0] - E[0]) + (h[1] - E[1]) * (h[1] - E[1]) + (h[2] - E[2]) * (h[2] - E[2]));
-    double delta = comet::Norm(g), hr[3] = {h[0], h[1], h[2]};
-    for (int k = 0; k < comet::kMaxLightIterations; ++k) {
-        if (!comet::HelioJ2000(*el, t->jde - delta * comet::kLightDays, hr)) return 0;
-        for (int i = 0; i < 3; ++i) g[i] = hr[i] - E[i] - t->obsPos[i];
-        const double d1 = comet::Norm(g);
-        const bool done = !(std::fabs(d1 - delta) * comet::kLightDays > 1.0 / 86400.0);
-        delta = d1;
-        if (done) break;
-    }
-    f[7] = hr[0];
-    f[8] = hr[1];
-    f[9] = hr[2];
-    f[6] = delta;
-    const double u[3] = {g[0] / delta, g[1] / delta, g[2] / delta};
-    comet::ToAngles(u, &f[0], &f[1]);
-    double m[3], ecl[3], n[3];
-    comet::Rotate(t->precFromJ2000, u, m);
-    comet::Rotate(t->eqToEcl, m, ecl);
-    comet::ToAngles(ecl, &f[4], &f[5]);
-    comet::Rotate(t->nutMtx, m, n);
-    AnnualAberration(t, n, 1, n);
-    comet::ToAngles(n, &f[2], &f[3]);
-    for (int k = 20; k < 35; ++k) f[k] = -1.0;
-    f[35] = comet::Magnitude(*el, sunPos->f[6], comet::Norm(hr), delta);
-    out->i[72] = static_cast<int32_t>(std::floor(f[35] * 10.0 + 0.5));
-    out->i[73] = 0;
-    GetPhase(sunPos, sunPos->f[6], out, delta, &f[18], &f[19]);
+    if (!source(t->jde, h)) return 0;
+    body::SetVec(*out, kHelio, h);
+    f[kHelioDistance] = comet::Norm(h);
+    body::EclipticOfDate(*t, h, body::Vec(*out, kHelioEcliptic));
+
+    // Light time with the observer inside the loop, starting from the
+    // topocentric distance at the instant.
+    const double *e = body::Vec(*sunPos, body::sun_slot::kEarthHelio);
+    const double E[3] = {e[0], e[1], e[2]};
+    const double hE[3] = {h[0] - E[0], h[1] - E[1], h[2] - E[2]};
+    f[kGeoDistance] = comet::Norm(hE);
+    const double g[3] = {hE[0] - t->obsPos[0], hE[1] - t->obsPos[1], hE[2] - t->obsPos[2]};
+    const body::LightTimeRule rule{comet::Norm(g), body::kOneSecond, body::NonFinite::kStop, body::kMaxLightPasses};
+    body::Retarded r;
+    if (!body::LightTime(t->jde, E, t->obsPos, rule, source, &r)) return 0;
+    body::SetVec(*out, kHelioRetarded, r.position);
+    body::FillHead(*t, r.relative, body::AngleRule::kAtan2, out);
+    const double delta = f[body::kDistance];
+
+    body::FillSlots(kPhysicalFirst, kMagnitude, -1.0, out);
+    body::SetMagnitude(comet::Magnitude(*el, sunPos->f[body::kDistance], comet::Norm(r.position), delta), kMagnitude,
+                       kMagnitudeTenths, out);
+    body::SetPhase(*sunPos, delta, kIlluminated, kLimbAngle, out);
     return 1;
 }
 
-/// Points along the orbit of a comet or minor planet for drawing,
-/// heliocentric, J2000.0 equatorial axes, AU, written as xyz[3k..3k+2]:
-/// for an ellipse (e < 1) n points at eccentric anomalies 360 k / (n - 1),
-/// closing on the perihelion; for a parabola or hyperbola n points at true
-/// anomalies evenly spaced between -v and +v, where v is the true anomaly at
-/// which the distance reaches rMax (AU; also capped short of the
-/// hyperbola's asymptote). Returns the number of points written: 0 for a
-/// null pointer, n < 2, q <= 0 or rMax <= q on an open orbit.
 extern "C" int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz) {
     if (!el || !xyz || n < 2 || !(el->q > 0.0)) return 0;
     const double e = el->e, q = el->q;

@@ -200,12 +200,6 @@ double EquinoxObliquity(double equinoxYear) {
 
 using namespace kvx;
 
-/// Gauss vectors of an orbit for positions x P + y Q in equatorial axes of
-/// the elements' equinox. m: 3x3 row by row; first column P, second Q, third
-/// zero. omega (argument of perihelion), node, incl in degrees; equinoxYear
-/// e.g. 2000.0. The obliquity is GetEp at January 1.5 of that year, or fixed
-/// at 23.83253 / 23.05253 degrees when the year lies more than 4000 years
-/// before / after 2000. A null m does nothing.
 extern "C" void GetVectorConst(double *m, double omega, double node, double incl, double equinoxYear) {
     if (!m) return;
     const double eps = comet::EquinoxObliquity(equinoxYear);
@@ -224,11 +218,6 @@ extern "C" void GetVectorConst(double *m, double omega, double node, double incl
     m[2] = m[5] = m[8] = 0.0;
 }
 
-/// The whole orientation matrix of an orbit, from the orbit plane (x toward
-/// perihelion, z along the orbit's pole) to equatorial axes of the elements'
-/// equinox: RotateX(-eps) RotateZ(-node) RotateX(-incl) RotateZ(-omega),
-/// multiplied right to left with MulMatrix; same obliquity rule as
-/// GetVectorConst. Angles in degrees; a null m does nothing.
 extern "C" void GetVectorConst3D(double *m, double omega, double node, double incl, double equinoxYear) {
     if (!m) return;
     const double eps = comet::EquinoxObliquity(equinoxYear);

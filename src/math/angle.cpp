@@ -8,8 +8,6 @@
 using kvx::DegToRad;
 using kvx::RadToDeg;
 
-/// degmal: degrees reduced to 0 <= r < 360. A tiny negative input whose
-/// r + 360 rounds to 360 gives 0.
 extern "C" double degmal(double a) {
     double r = std::fmod(a, 360.0);
     if (r < 0.0) r += 360.0;
@@ -17,17 +15,12 @@ extern "C" double degmal(double a) {
     return r;
 }
 
-/// degmal180: one step of 360 each way toward -180..180; inputs beyond
-/// +-540 are not fully reduced (700 gives 340). Callers pass differences of
-/// reduced angles.
 extern "C" double degmal180(double a) {
     if (a > 180.0) a -= 360.0;
     if (a < -180.0) a += 360.0;
     return a;
 }
 
-/// degmal2: a latitude: reduced, moved to -180..180, then clamped to
-/// -90..90 (100 gives 90, not 80).
 extern "C" double degmal2(double a) {
     double r = degmal(a);
     if (r > 180.0) r -= 360.0;
@@ -36,7 +29,6 @@ extern "C" double degmal2(double a) {
     return r;
 }
 
-/// degmalInt: integer degrees reduced to 0..359.
 extern "C" int32_t degmalInt(int32_t a) {
     int32_t r = a % 360;
     if (r < 0) r += 360;
@@ -44,13 +36,11 @@ extern "C" int32_t degmalInt(int32_t a) {
     return r;
 }
 
-/// hourmal: hours reduced to 0 <= h < 24, through degmal.
 extern "C" double hourmal(double h) {
     return degmal(h / 24.0 * 360.0) / 360.0 * 24.0;
 }
 
-/// DegTo60: decimal degrees to sign (+1 for a >= 0), degrees, minutes and
-/// seconds, each part taken from |a| independently through fmod.
+// Each part through fmod of |a|, independently of the others.
 extern "C" void DegTo60(double a, Deg60 *out) {
     if (!out) return;
     const int32_t sign = a >= 0.0 ? 1 : -1;
@@ -61,9 +51,7 @@ extern "C" void DegTo60(double a, Deg60 *out) {
     out->sec = std::fmod(b * 60.0 * 60.0, 60.0);
 }
 
-/// DegTo60_2: as DegTo60 with degrees and minutes rounded to the nearest
-/// minute (the input is shifted by half a minute toward its sign). The seconds
-/// field holds the shifted seconds and is not meant to be shown.
+// The input is shifted by half a minute toward its sign before the split.
 extern "C" void DegTo60_2(double a, Deg60 *out) {
     if (!out) return;
     DegTo60(a, out);
@@ -71,14 +59,10 @@ extern "C" void DegTo60_2(double a, Deg60 *out) {
     DegTo60(a >= 0.0 ? a + half_minute : a - half_minute, out);
 }
 
-/// DegTo10: (m / 60 + d + s / 3600) x sign.
 extern "C" double DegTo10(Deg60 a) {
     return (a.min / 60.0 + a.deg + a.sec / 60.0 / 60.0) * a.sign;
 }
 
-/// HourTo60: hours = floor(h), minutes and seconds through fmod. No sign
-/// field: a negative h gives negative minutes and seconds (-1.5 gives
-/// -2 h -30 m 0 s); pass reduced hours.
 extern "C" void HourTo60(double h, Hour60 *out) {
     if (!out) return;
     out->hour = static_cast<int32_t>(std::floor(h));
@@ -86,13 +70,10 @@ extern "C" void HourTo60(double h, Hour60 *out) {
     out->sec = std::fmod(h * 60.0 * 60.0, 60.0);
 }
 
-/// HourTo10: m / 60 + h + s / 3600.
 extern "C" double HourTo10(Hour60 h) {
     return h.min / 60.0 + h.hour + h.sec / 60.0 / 60.0;
 }
 
-/// Deg2Point: position angle (degrees, 0 < pa <= 360: due north is 360) and
-/// haversine distance (degrees) from `from` to `to`. Either output may be null.
 extern "C" void Deg2Point(const Ad *from, const Ad *to, double *positionAngle, double *distance) {
     if (!from || !to) return;
     const double a1 = from->a, d1 = DegToRad(from->d);
@@ -108,8 +89,6 @@ extern "C" void Deg2Point(const Ad *from, const Ad *to, double *positionAngle, d
     if (distance) *distance = dist;
 }
 
-/// Lagrange: the Lagrange polynomial through (xs[i], ys[i]), i < n,
-/// evaluated at x; 0 when n < 1 or a table is null. Equal abscissae divide by zero.
 extern "C" double Lagrange(double x, int32_t n, const double *xs, const double *ys) {
     if (n < 1 || !xs || !ys) return 0.0;
     double sum = 0.0;
@@ -122,9 +101,7 @@ extern "C" double Lagrange(double x, int32_t n, const double *xs, const double *
     return sum;
 }
 
-/// lsqrt: floor of the square root of n by Newton's method in integers,
-/// starting from a power of two above sqrt(n). Defined for n >= 0; a negative
-/// n returns 0 instead of dividing by zero.
+// Newton's method in integers, starting from a power of two above sqrt(n).
 extern "C" int32_t lsqrt(int32_t n) {
     if (n <= 0) return 0;
     int32_t g = 1;

@@ -13,10 +13,19 @@ inline constexpr double kPi = 3.141592653589793;
 inline double DegToRad(double a) { return a * kPi / 180.0; }
 inline double RadToDeg(double r) { return r * 180.0 / kPi; }
 
+// Epochs (Julian dates): J2000.0, the 1900 January 0.5 of Newcomb's
+// theories, and B1950.0.
 inline constexpr double kJ2000 = 2451545.0;
+inline constexpr double kJ1900 = 2415020.0;
+inline constexpr double kB1950 = 2433282.42346;
+
+inline constexpr double kArcsecToRad = 4.84813681109536e-6;
 inline constexpr double kDaysPerCentury = 36525.0;
+inline constexpr double kSecondsPerDay = 86400.0;
 inline constexpr double kKmPerAu = 149597870.0;
 inline constexpr double kLightDaysPerAu = 0.005775518308;
+// Equatorial radius of the Earth, GRS80 (km).
+inline constexpr double kEarthRadiusKm = 6378.137;
 
 }  // namespace kvx
 

@@ -45,21 +45,16 @@ inline int32_t Row(const Fx *m, int row, const FxVec &v) {
 
 }  // namespace
 
-/// fxpmul: (a b) >> 30 with the product in 64 bits; the arithmetic shift
-/// rounds toward minus infinity (fxpmul(-1, 1) = -1).
 extern "C" int32_t fxpmul(int32_t a, int32_t b) {
     return static_cast<int32_t>((static_cast<int64_t>(a) * b) >> 30);
 }
 
-/// fxpdiv: (a 2^30) / b as a 64-bit division truncated toward zero, returned
-/// as its low 32 bits. Division by zero returns 0.
 extern "C" int32_t fxpdiv(int32_t a, int32_t b) {
     if (b == 0) return 0;
     return static_cast<int32_t>(static_cast<uint64_t>((static_cast<int64_t>(a) * 1073741824LL) / b));
 }
 
-/// fxpcos: cosine of a fixed-point angle (radians x 2^30): 1.0 for negative
-/// angles, 0 from pi/2 (1686629713) on, table and interpolation between.
+// Table and linear interpolation between its entries.
 extern "C" int32_t fxpcos(int32_t x) {
     if (x < 0) return kOne;
     if (x >= kFxHalfPi) return 0;
@@ -67,8 +62,7 @@ extern "C" int32_t fxpcos(int32_t x) {
     return Interpolate(kCos[i], kCos[i + 1], (x & 0x3FFFF) << 12);
 }
 
-/// fxpacos: arc cosine in 0..pi, returned as an unsigned bit pattern
-/// (pi = 0xC90FDAA2). Four tables of finer step toward |x| = 1.
+// Four tables of finer step toward |x| = 1.
 extern "C" int32_t fxpacos(int32_t x) {
     if (x >= kOne) return 0;
     if (x < -0x3FFFFFFF) return static_cast<int32_t>(kFxPi);
@@ -91,21 +85,16 @@ extern "C" int32_t fxpacos(int32_t x) {
     return r;
 }
 
-/// fxpasin: pi/2 - fxpacos(x), in -pi/2..pi/2.
 extern "C" int32_t fxpasin(int32_t x) {
     return static_cast<int32_t>(static_cast<uint32_t>(kFxHalfPi) - static_cast<uint32_t>(fxpacos(x)));
 }
 
-/// fxpatan2: asin(y / r) with r = sqrt(y^2 + x^2); 0 when r < 0x500000
-/// (about 0.0049). The sign of x is not used: the result lies in -pi/2..pi/2
-/// (fxpatan2(0, -1.0) is 0, not pi), and y^2 + x^2 must stay below 1.0.
 extern "C" int32_t fxpatan2(int32_t y, int32_t x) {
     const int32_t r = fxpsqrt(Add(fxpmul(y, y), fxpmul(x, x)));
     if (r < 0x500000) return 0;
     return fxpasin(fxpdiv(y, r));
 }
 
-/// fxpsqrt: square root for 0 <= x < 1.0; 1.0 from 1.0 on, 0 below one unit.
 extern "C" int32_t fxpsqrt(int32_t x) {
     if (x >= kOne) return kOne;
     if (x < 1) return 0;
@@ -113,8 +102,6 @@ extern "C" int32_t fxpsqrt(int32_t x) {
     return Interpolate(kSqrt[i], kSqrt[i + 1], (x & 0x3FFFF) << 12);
 }
 
-/// fxpusqrt: square root of an unsigned fixed-point value below (pi/2)^2;
-/// from 0x9DE9E64D on it returns pi/2 (1686629713).
 extern "C" uint32_t fxpusqrt(uint32_t x) {
     if (x >= 0x9DE9E64Du) return static_cast<uint32_t>(kFxHalfPi);
     const uint32_t i = x >> 18;
@@ -124,8 +111,6 @@ extern "C" uint32_t fxpusqrt(uint32_t x) {
     return kUSqrt[i] + static_cast<uint32_t>(fxpmul(hi - lo, f));
 }
 
-/// AdToFx: unit vector of a direction (degrees), each component times 2^30
-/// truncated toward zero.
 extern "C" void AdToFx(const Ad *in, FxVec *out) {
     if (!in || !out) return;
     const double a = kvx::DegToRad(in->a), d = kvx::DegToRad(in->d);
@@ -134,15 +119,12 @@ extern "C" void AdToFx(const Ad *in, FxVec *out) {
     *out = r;
 }
 
-/// DcToFx: each component times 2^30, truncated toward zero (components
-/// must lie within -2..2).
 extern "C" void DcToFx(const Dc *in, FxVec *out) {
     if (!in || !out) return;
     const FxVec r{ToFx(in->x), ToFx(in->y), ToFx(in->z)};
     *out = r;
 }
 
-/// FxToDc: each component times 2^-30.
 extern "C" void FxToDc(const FxVec *in, Dc *out) {
     if (!in || !out) return;
     const double s = 9.313225746154785e-10;
@@ -150,9 +132,6 @@ extern "C" void FxToDc(const FxVec *in, Dc *out) {
     *out = r;
 }
 
-/// FxToAd: direction in degrees of a fixed-point vector of any length (the
-/// scale cancels): a in 0..360 (0 when x = y = 0), d = asin(z / r). The zero
-/// vector gives a NaN declination.
 extern "C" void FxToAd(const FxVec *in, Ad *out) {
     if (!in || !out) return;
     const double x = in->x, y = in->y, z = in->z;
@@ -166,7 +145,6 @@ extern "C" void FxToAd(const FxVec *in, Ad *out) {
     out->d = kvx::RadToDeg(std::asin(z / r));
 }
 
-/// MatrixFlToFx: each element times 2^30, truncated toward zero.
 extern "C" void MatrixFlToFx(const double m[9], Fx out[9]) {
     if (!m || !out) return;
     Fx r[9];
@@ -174,7 +152,6 @@ extern "C" void MatrixFlToFx(const double m[9], Fx out[9]) {
     for (int k = 0; k < 9; ++k) out[k] = r[k];
 }
 
-/// RotateFx: out = M v (v is copied first, so out may be v).
 extern "C" void RotateFx(const FxVec *v, const Fx m[9], FxVec *out) {
     if (!v || !m || !out) return;
     const FxVec in = *v;
@@ -182,14 +159,11 @@ extern "C" void RotateFx(const FxVec *v, const Fx m[9], FxVec *out) {
     *out = r;
 }
 
-/// RotateFxX: the first component of M v alone.
 extern "C" int32_t RotateFxX(const FxVec *v, const Fx m[9]) {
     if (!v || !m) return 0;
     return Row(m, 0, *v);
 }
 
-/// RotateFxYZ: the second and third components of M v into out; out->x is
-/// left untouched.
 extern "C" void RotateFxYZ(const FxVec *v, const Fx m[9], FxVec *out) {
     if (!v || !m || !out) return;
     const FxVec in = *v;
@@ -198,7 +172,6 @@ extern "C" void RotateFxYZ(const FxVec *v, const Fx m[9], FxVec *out) {
     out->z = z;
 }
 
-/// RotateFxZ: the third component of M v alone.
 extern "C" int32_t RotateFxZ(const FxVec *v, const Fx m[9]) {
     if (!v || !m) return 0;
     return Row(m, 2, *v);

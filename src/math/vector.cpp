@@ -9,8 +9,6 @@
 using kvx::DegToRad;
 using kvx::RadToDeg;
 
-/// AdToDc: unit vector (cos d cos a, cos d sin a, sin d) of an angle pair in
-/// degrees. Null pointers do nothing.
 extern "C" void AdToDc(const Ad *in, Dc *out) {
     if (!in || !out) return;
     const double a = DegToRad(in->a);
@@ -22,8 +20,6 @@ extern "C" void AdToDc(const Ad *in, Dc *out) {
     out->z = z;
 }
 
-/// DcToAd: direction (degrees) of a unit vector. a = atan3(y, x) in 0..360
-/// (0 when x = y = 0); d = asin(z), exactly -90/90 when z lies beyond -1/1.
 extern "C" void DcToAd(const Dc *in, Ad *out) {
     if (!in || !out) return;
     double a = RadToDeg(atan3(in->y, in->x));
@@ -36,8 +32,6 @@ extern "C" void DcToAd(const Dc *in, Ad *out) {
     out->d = d;
 }
 
-/// DcToAdR: direction of a vector of any length. Returns 0 (out untouched)
-/// when the length is exactly 0, else 1. The length is not returned.
 extern "C" int32_t DcToAdR(const Dc *in, Ad *out) {
     if (!in || !out) return 0;
     const double r = DcAbs(in);
@@ -47,34 +41,29 @@ extern "C" int32_t DcToAdR(const Dc *in, Ad *out) {
     return 1;
 }
 
-/// DcAbs: length sqrt(x^2 + y^2 + z^2); 0 for null.
 extern "C" double DcAbs(const Dc *v) {
     if (!v) return 0.0;
     return std::sqrt(v->x * v->x + v->y * v->y + v->z * v->z);
 }
 
-/// DcAdd: out = a + b.
 extern "C" void DcAdd(const Dc *a, const Dc *b, Dc *out) {
     if (!a || !b || !out) return;
     const Dc r{a->x + b->x, a->y + b->y, a->z + b->z};
     *out = r;
 }
 
-/// DcSub: out = a - b.
 extern "C" void DcSub(const Dc *a, const Dc *b, Dc *out) {
     if (!a || !b || !out) return;
     const Dc r{a->x - b->x, a->y - b->y, a->z - b->z};
     *out = r;
 }
 
-/// DcDist: length of b - a; 0 for null.
 extern "C" double DcDist(const Dc *a, const Dc *b) {
     if (!a || !b) return 0.0;
     const Dc d{b->x - a->x, b->y - a->y, b->z - a->z};
     return DcAbs(&d);
 }
 
-/// DcMul: out = v * s; returns out (null when an argument is null).
 extern "C" Dc *DcMul(const Dc *v, double s, Dc *out) {
     if (!v || !out) return nullptr;
     const Dc r{v->x * s, v->y * s, v->z * s};
@@ -82,8 +71,6 @@ extern "C" Dc *DcMul(const Dc *v, double s, Dc *out) {
     return out;
 }
 
-/// DcDiv: out = v / s, with no guard against s = 0 (infinities or NaN
-/// follow IEEE arithmetic); returns out.
 extern "C" Dc *DcDiv(const Dc *v, double s, Dc *out) {
     if (!v || !out) return nullptr;
     const Dc r{v->x / s, v->y / s, v->z / s};
@@ -91,7 +78,6 @@ extern "C" Dc *DcDiv(const Dc *v, double s, Dc *out) {
     return out;
 }
 
-/// DcNorm: out = v / |v|, no guard against the zero vector; returns |v|.
 extern "C" double DcNorm(const Dc *v, Dc *out) {
     if (!v || !out) return 0.0;
     const double r = DcAbs(v);
@@ -99,20 +85,17 @@ extern "C" double DcNorm(const Dc *v, Dc *out) {
     return r;
 }
 
-/// DcScalarProduct: a . b; 0 for null.
 extern "C" double DcScalarProduct(const Dc *a, const Dc *b) {
     if (!a || !b) return 0.0;
     return a->x * b->x + a->y * b->y + a->z * b->z;
 }
 
-/// DcOuterProduct: out = a x b.
 extern "C" void DcOuterProduct(const Dc *a, const Dc *b, Dc *out) {
     if (!a || !b || !out) return;
     const Dc r{a->y * b->z - a->z * b->y, a->z * b->x - a->x * b->z, a->x * b->y - a->y * b->x};
     *out = r;
 }
 
-/// RotateDc: out = M v with M row by row; returns out.
 extern "C" Dc *RotateDc(const Dc *v, const double m[9], Dc *out) {
     if (!v || !m || !out) return nullptr;
     const Dc r{m[0] * v->x + m[1] * v->y + m[2] * v->z,
@@ -122,7 +105,6 @@ extern "C" Dc *RotateDc(const Dc *v, const double m[9], Dc *out) {
     return out;
 }
 
-/// MulMatrix: out = A B, so applying out equals applying B, then A.
 extern "C" void MulMatrix(const double a[9], const double b[9], double out[9]) {
     if (!a || !b || !out) return;
     double r[9];
@@ -132,10 +114,8 @@ extern "C" void MulMatrix(const double a[9], const double b[9], double out[9]) {
     for (int k = 0; k < 9; ++k) out[k] = r[k];
 }
 
-/// GetInvMatrix: the general inverse adj(M) / det(M), the determinant
-/// expanded along the first row. Used on rotations too, where it differs from
-/// the transpose only by rounding. No singularity test: a singular matrix
-/// gives infinities or NaN.
+// The determinant is expanded along the first row; on a rotation the result
+// differs from the transpose only by rounding.
 extern "C" void GetInvMatrix(const double m[9], double out[9]) {
     if (!m || !out) return;
     const double c00 = m[4] * m[8] - m[5] * m[7];
@@ -155,16 +135,12 @@ extern "C" void GetInvMatrix(const double m[9], double out[9]) {
     for (int k = 0; k < 9; ++k) out[k] = r[k];
 }
 
-/// UnitMatrix: writes the identity; returns out.
 extern "C" double *UnitMatrix(double out[9]) {
     if (!out) return nullptr;
     for (int k = 0; k < 9; ++k) out[k] = (k % 4 == 0) ? 1.0 : 0.0;
     return out;
 }
 
-/// RotateX: frame rotation about x by a degrees:
-/// rows (1,0,0), (0,cos a,sin a), (0,-sin a,cos a). RotateX(eps) turns
-/// equatorial into ecliptic coordinates.
 extern "C" void RotateX(double a, double out[9]) {
     if (!out) return;
     const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
@@ -173,7 +149,6 @@ extern "C" void RotateX(double a, double out[9]) {
     out[6] = 0.0; out[7] = -s;  out[8] = c;
 }
 
-/// RotateY: rows (cos a,0,-sin a), (0,1,0), (sin a,0,cos a); a in degrees.
 extern "C" void RotateY(double a, double out[9]) {
     if (!out) return;
     const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
@@ -182,7 +157,6 @@ extern "C" void RotateY(double a, double out[9]) {
     out[6] = s;   out[7] = 0.0; out[8] = c;
 }
 
-/// RotateZ: rows (cos a,sin a,0), (-sin a,cos a,0), (0,0,1); a in degrees.
 extern "C" void RotateZ(double a, double out[9]) {
     if (!out) return;
     const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
@@ -191,8 +165,6 @@ extern "C" void RotateZ(double a, double out[9]) {
     out[6] = 0.0; out[7] = 0.0; out[8] = 1.0;
 }
 
-/// RotatePrm1: RotateY(b) RotateZ(a): about z by a, then about the new y
-/// by b (degrees).
 extern "C" void RotatePrm1(double a, double b, double out[9]) {
     if (!out) return;
     double rz[9], ry[9];
@@ -201,7 +173,6 @@ extern "C" void RotatePrm1(double a, double b, double out[9]) {
     MulMatrix(ry, rz, out);
 }
 
-/// atan3: atan2(y, x) in radians, but exactly 0 when both are 0.
 extern "C" double atan3(double y, double x) {
     if (y == 0.0 && x == 0.0) return 0.0;
     return std::atan2(y, x);

@@ -21,7 +21,6 @@ namespace kvx::place {
 
 namespace {
 
-constexpr double kArcsecToRad = 4.84813681109536e-6;
 constexpr double kAberrationConstant = 20.49552;
 
 }  // namespace
@@ -98,13 +97,6 @@ void ApplyAberration(const AberrationTerms &a, const double v[3], bool add, doub
 
 }  // namespace kvx::place
 
-/// AnnualAberration: annual aberration of a unit direction in the equatorial
-/// frame, using the dynamical Julian date (jde) and the true obliquity
-/// (epsTrue) of `t`. add != 0: geometric to apparent direction. add == 0:
-/// the geometric direction whose aberrated image is `v`, by at most four
-/// passes of a fixed-point iteration (stops earlier when a pass moves the
-/// vector by less than 1e-6). `out` is a unit vector and may be `v`. Null
-/// pointers do nothing.
 extern "C" void AnnualAberration(const ATime *t, const double v[3], int32_t add, double out[3]) {
     if (!t || !v || !out) return;
     const kvx::place::AberrationTerms a = kvx::place::MakeAberrationTerms(*t);

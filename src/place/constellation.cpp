@@ -54,17 +54,6 @@ int32_t ConstellationAtB1875(double ra, double dec) {
 
 }  // namespace kvx
 
-/// GetConstellation: the constellation code (0..88) of a direction, or -1.
-/// ad points to right ascension and declination in degrees. epochJd names
-/// their equinox, but only the exact value 2405888.5 (B1875.0) is told apart:
-/// then ad is looked up as it stands; any other value means ad is referred to
-/// J2000.0 and it is precessed with GetPrecMtx(2451545.0, 2405888.5) first.
-/// Codes are the library's own (36 at the north celestial pole, 58 at the
-/// south); it holds no names. Returns -1 for a declination outside -90..90
-/// (tested after the precession, so on the J2000.0 path a declination beyond
-/// the pole is taken as the point over the pole), for a right ascension that
-/// reduces to exactly 360 (an exact negative multiple of 360), for values
-/// that are not numbers, and for a null ad.
 extern "C" int32_t GetConstellation(const double *ad, double epochJd) {
     if (!ad) return -1;
     double ra = ad[0];

@@ -20,12 +20,11 @@
 //    geocentric direction referred to the observer's horizon through the
 //    local apparent sidereal time; no refraction, no diurnal parallax.
 #include "kvxlib.h"
+#include "math/constants.h"
 #include "place/apparent.h"
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
-constexpr double kB1950 = 2433282.42346;
 
 // The constant frame matrices, computed once.
 struct FixedFrames {
@@ -39,9 +38,9 @@ struct FixedFrames {
     double eqZ1[9], eqX[9], eqZ2[9];
 
     FixedFrames() {
-        GetPrecMtx(kB1950, kJ2000, b1950ToJ2000);
-        GetPrecMtx(kJ2000, kB1950, j2000ToB1950);
-        const double eps0 = GetEp(kJ2000);
+        GetPrecMtx(kvx::kB1950, kvx::kJ2000, b1950ToJ2000);
+        GetPrecMtx(kvx::kJ2000, kvx::kB1950, j2000ToB1950);
+        const double eps0 = GetEp(kvx::kJ2000);
         RotateX(-eps0, eclJ2000ToEq);
         RotateX(eps0, eqToEclJ2000);
         RotateZ(33.0, galZ1);
@@ -88,113 +87,70 @@ void EquatorToHorizon(const ATime &t, Dc &v) {
     v.y = -v.y;
 }
 
-void ToHub(const ATime &t, int32_t from, Dc &v) {
+// Each system reaches the J2000.0 hub by a chain of steps; the way back
+// runs the chain in reverse with every step inverted (the inverse matrices
+// are those kept in the ATime and in FixedFrames, not recomputed).
+enum Step : unsigned char {
+    kNone,
+    kHorizon,        // horizon <-> equator of date (through the sidereal time)
+    kPrecession,     // mean equator of date <-> J2000.0
+    kNutation,       // true <-> mean equator of date
+    kAberration,     // apparent <-> geometric
+    kEcliptic,       // ecliptic <-> equator of date
+    kB1950,          // B1950.0 <-> J2000.0
+    kEclipticJ2000,  // ecliptic <-> equator of J2000.0
+    kGalactic,       // galactic <-> equator of B1950.0
+};
+
+constexpr int kMaxSteps = 4;
+constexpr Step kToHub[11][kMaxSteps] = {
+    {},                                                       // unused
+    {kHorizon, kPrecession},                                  // 1 horizontal, geometric
+    {kHorizon, kNutation, kPrecession, kAberration},          // 2 horizontal, apparent
+    {},                                                       // 3 the hub
+    {kB1950},                                                 // 4
+    {kPrecession},                                            // 5
+    {kNutation, kPrecession, kAberration},                    // 6
+    {kEclipticJ2000},                                         // 7
+    {kEcliptic, kPrecession},                                 // 8
+    {kEcliptic, kNutation, kPrecession, kAberration},         // 9
+    {kGalactic, kB1950},                                      // 10
+};
+
+void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
     const FixedFrames &f = Frames();
-    switch (from) {
-    case 1:
-        HorizonToEquator(t, v);
-        Apply(t.precToJ2000, v);
+    switch (step) {
+    case kHorizon: toHub ? HorizonToEquator(t, v) : EquatorToHorizon(t, v); break;
+    case kPrecession: Apply(toHub ? t.precToJ2000 : t.precFromJ2000, v); break;
+    case kNutation: Apply(toHub ? t.nutInvMtx : t.nutMtx, v); break;
+    case kAberration: Aberration(t, v, !toHub); break;
+    case kEcliptic: Apply(toHub ? t.eclToEq : t.eqToEcl, v); break;
+    case kB1950: Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v); break;
+    case kEclipticJ2000: Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v); break;
+    case kGalactic:
+        Apply(toHub ? f.galZ1 : f.eqZ1, v);
+        Apply(toHub ? f.galX : f.eqX, v);
+        Apply(toHub ? f.galZ2 : f.eqZ2, v);
         break;
-    case 2:
-        HorizonToEquator(t, v);
-        Apply(t.nutInvMtx, v);
-        Apply(t.precToJ2000, v);
-        Aberration(t, v, false);
-        break;
-    case 4:
-        Apply(f.b1950ToJ2000, v);
-        break;
-    case 5:
-        Apply(t.precToJ2000, v);
-        break;
-    case 6:
-        Apply(t.nutInvMtx, v);
-        Apply(t.precToJ2000, v);
-        Aberration(t, v, false);
-        break;
-    case 7:
-        Apply(f.eclJ2000ToEq, v);
-        break;
-    case 8:
-        Apply(t.eclToEq, v);
-        Apply(t.precToJ2000, v);
-        break;
-    case 9:
-        Apply(t.eclToEq, v);
-        Apply(t.nutInvMtx, v);
-        Apply(t.precToJ2000, v);
-        Aberration(t, v, false);
-        break;
-    case 10:
-        Apply(f.galZ1, v);
-        Apply(f.galX, v);
-        Apply(f.galZ2, v);
-        Apply(f.b1950ToJ2000, v);
-        break;
-    default:  // 3 and unknown codes: already on the hub
-        break;
+    case kNone: break;
     }
 }
 
+// Any code outside 1..10 means the hub itself.
+const Step *Chain(int32_t code) { return kToHub[(code >= 1 && code <= 10) ? code : 3]; }
+
+void ToHub(const ATime &t, int32_t from, Dc &v) {
+    const Step *chain = Chain(from);
+    for (int k = 0; k < kMaxSteps; ++k) Apply(t, chain[k], true, v);
+}
+
 void FromHub(const ATime &t, int32_t to, Dc &v) {
-    const FixedFrames &f = Frames();
-    switch (to) {
-    case 1:
-        Apply(t.precFromJ2000, v);
-        EquatorToHorizon(t, v);
-        break;
-    case 2:
-        Aberration(t, v, true);
-        Apply(t.precFromJ2000, v);
-        Apply(t.nutMtx, v);
-        EquatorToHorizon(t, v);
-        break;
-    case 4:
-        Apply(f.j2000ToB1950, v);
-        break;
-    case 5:
-        Apply(t.precFromJ2000, v);
-        break;
-    case 6:
-        Aberration(t, v, true);
-        Apply(t.precFromJ2000, v);
-        Apply(t.nutMtx, v);
-        break;
-    case 7:
-        Apply(f.eqToEclJ2000, v);
-        break;
-    case 8:
-        Apply(t.precFromJ2000, v);
-        Apply(t.eqToEcl, v);
-        break;
-    case 9:
-        Aberration(t, v, true);
-        Apply(t.precFromJ2000, v);
-        Apply(t.nutMtx, v);
-        Apply(t.eqToEcl, v);
-        break;
-    case 10:
-        Apply(f.j2000ToB1950, v);
-        Apply(f.eqZ1, v);
-        Apply(f.eqX, v);
-        Apply(f.eqZ2, v);
-        break;
-    default:
-        break;
-    }
+    const Step *chain = Chain(to);
+    for (int k = kMaxSteps - 1; k >= 0; --k) Apply(t, chain[k], false, v);
 }
 
 }  // namespace
 
-/// Coordinates: converts the pair `in` (degrees) from coordinate system
-/// `from` to system `to` (codes 1-10, see the header; any other code means
-/// J2000.0 mean equatorial) for the instant and observer of `t`, which is
-/// only read. When from == to the input is copied unchanged (not
-/// normalised) and `in` is returned. Otherwise the result has its
-/// longitude in 0..360 and `out` is returned; out may be in. Apparent
-/// systems include annual aberration (removed by iteration on the way
-/// in); no refraction or diurnal parallax is applied. Null in or out, or a
-/// null t when from != to, returns null and writes nothing.
 extern "C" Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t to, Ad *out) {
     if (!in || !out) return nullptr;
     if (from == to) {

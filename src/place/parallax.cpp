@@ -7,12 +7,6 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 
-/// AnnualParallax: p: the star's unit direction; parallax in degrees;
-/// sunAd: the Sun's right ascension and declination in degrees (the
-/// apparent place of date is meant even for a J2000 direction p: the frame
-/// difference is far below the size of the effect). out = the unit direction
-/// displaced by parallax (the normalised input for parallax 0). out may be p.
-/// Null pointers do nothing.
 extern "C" void AnnualParallax(const double p[3], double parallax, const double sunAd[2], double out[3]) {
     if (!p || !sunAd || !out) return;
     const double x = p[0], y = p[1], z = p[2];

@@ -11,24 +11,13 @@
 using kvx::DegToRad;
 using kvx::RadToDeg;
 
-/// AdToPaDist: position angle (0 < pa <= 360, due north is 360, east 90)
-/// and haversine distance in degrees of `target` seen from `centre`; the
-/// same computation as Deg2Point. Either output may be null. Returns
-/// `distance` (null when centre or target is null; nothing is written then).
 extern "C" double *AdToPaDist(const Ad *centre, const Ad *target, double *positionAngle, double *distance) {
     if (!centre || !target) return nullptr;
     Deg2Point(centre, target, positionAngle, distance);
     return distance;
 }
 
-/// PaDistToAd: the point at position angle `positionAngle` and angular
-/// distance `distance` (degrees) from `centre`, into out (right ascension
-/// 0..360). A distance of exactly 0 gives the centre itself. When the
-/// position angle is exactly 0 or 180 (after reduction) and the result lies
-/// within 1e-6 degree of a pole, the right ascension of the centre is kept
-/// instead of the ill-defined one of the pole. The declination comes from a
-/// plain arctangent of the ratio sin(dec) / cos(dec). Null pointers do
-/// nothing.
+// The declination comes from a plain arctangent of sin(dec) / cos(dec).
 extern "C" void PaDistToAd(const Ad *centre, double positionAngle, double distance, Ad *out) {
     if (!centre || !out) return;
     const double a0 = centre->a, d0deg = centre->d;

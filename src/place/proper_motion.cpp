@@ -10,12 +10,6 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 
-/// ProperMotion: p: unit direction at epoch jd0; pm[0]: rate of right
-/// ascension (of the angle itself, not times cos dec), pm[1]: rate of
-/// declination, both in degrees per Julian year (365.25 days). out = the
-/// direction at jd, moved along the great circle of the motion; not
-/// renormalised. A direction exactly at a pole (x = y = 0) is outside the
-/// domain (division by zero). out may be p. Null pointers do nothing.
 extern "C" void ProperMotion(double jd0, const double p[3], const double pm[2], double jd, double out[3]) {
     if (!p || !pm || !out) return;
     const double x = p[0], y = p[1], z = p[2];

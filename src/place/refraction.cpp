@@ -11,43 +11,36 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "math/constants.h"
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
-
 double TanDeg(double a) {
-    const double r = a * kPi / 180.0;
+    const double r = kvx::DegToRad(a);
     return std::sin(r) / std::cos(r);
+}
+
+// Refraction in minutes of arc by a formula of the form
+// k / tan(h + c / (h + pole)) + zenith; near the pole the tangent of h itself.
+double Minutes(double h, double k, double c, double pole, double zenith) {
+    const double arg = std::fabs(h + pole) < 0.1 ? h : h + c / (h + pole);
+    return k / TanDeg(arg) + zenith;
 }
 
 }  // namespace
 
-/// AtmosphericRefraction: lifts a true altitude (in->d, degrees) to the
-/// apparent one; in->a (azimuth) is copied. Within 0.1 degree of -5.11
-/// (strictly) the tangent of h itself is used to avoid the pole of the
-/// formula, so the result jumps there; no range check otherwise. Returns
-/// out (which may be in); null when either pointer is null.
 extern "C" Ad *AtmosphericRefraction(const Ad *in, Ad *out) {
     if (!in || !out) return nullptr;
     const double a = in->a, h = in->d;
-    const double arg = std::fabs(h + 5.11) < 0.1 ? h : h + 10.3 / (h + 5.11);
-    const double r = 1.02 / TanDeg(arg) + 0.0019279;
     out->a = a;
-    out->d = h + r / 60.0;
+    out->d = h + Minutes(h, 1.02, 10.3, 5.11, 0.0019279) / 60.0;
     return out;
 }
 
-/// DeAtmosphericRefraction: lowers an apparent altitude (in->d, degrees)
-/// to the true one; in->a is copied. Within 0.1 degree of -4.4 (strictly)
-/// the tangent of h0 itself is used. Returns out (which may be in); null
-/// when either pointer is null.
 extern "C" Ad *DeAtmosphericRefraction(const Ad *in, Ad *out) {
     if (!in || !out) return nullptr;
     const double a = in->a, h0 = in->d;
-    const double arg = std::fabs(h0 + 4.4) < 0.1 ? h0 : h0 + 7.31 / (h0 + 4.4);
-    const double r = 1.0 / TanDeg(arg) + 0.0013516;
     out->a = a;
-    out->d = h0 - r / 60.0;
+    out->d = h0 - Minutes(h0, 1.0, 7.31, 4.4, 0.0013516) / 60.0;
     return out;
 }

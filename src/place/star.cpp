@@ -5,23 +5,17 @@
 // 1992, sect. 3.22, with aberration taken before the frame rotation).
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "solar/body/body_slots.h"
 
-/// StarApparent: apparent direction of a star, true equator and equinox of
-/// date, as a unit vector. p: unit direction at J2000.0 (mean equator
-/// J2000); pm: proper motion in degrees per Julian year (right ascension
-/// rate of the angle itself, then declination rate); parallax in degrees;
-/// sun: the Sun's record filled by CalcSun for the same t (fields 3-4, the
-/// apparent right ascension and declination, and 8-10, the Earth's
-/// heliocentric J2000 position in AU, are read). out may be p. Null pointers
-/// do nothing.
 extern "C" void StarApparent(const ATime *t, const double p[3], const double pm[2], double parallax,
                              const BodyPos *sun, double out[3]) {
     if (!t || !p || !pm || !sun || !out) return;
     double v[3];
     ProperMotion(kvx::kJ2000, p, pm, t->jde, v);
-    const double sunAd[2] = {sun->f[2], sun->f[3]};
+    using namespace kvx::body;
+    const double sunAd[2] = {sun->f[kRaApparent], sun->f[kDecApparent]};
     AnnualParallax(v, parallax, sunAd, v);
-    DeflectionStar(v, &sun->f[7], v);
+    DeflectionStar(v, Vec(*sun, sun_slot::kEarthHelio), v);
     AnnualAberration(t, v, 1, v);
     Dc d{v[0], v[1], v[2]};
     RotateDc(&d, t->precFromJ2000, &d);

@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr double kEarthRadiusKm = 6378.137;
 constexpr double kEarthFlattening = 0.003352810681182319;  // 1 / 298.257222101
 constexpr double kEarthE2 = 0.006694380022900787;          // (2 - f) f
 constexpr double kEarthOneMinusE2 = 0.9933056199770992;    // 1 - e^2
@@ -36,7 +35,7 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     } else {
         t->obsLatitude = 0.0;
         t->obsLongitude = 0.0;
-        t->obsHeight = -6378137.0;
+        t->obsHeight = -kvx::kEarthRadiusKm * 1000.0;
     }
     t->t = GetT(t->jde);
     t->t2 = GetT2(t->jde);
@@ -47,11 +46,11 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     t->lst = GetLst2(t->jd, t->eps, t->nutation[0], t->obsLongitude);
     RotateX(t->eps, t->eqToEcl);
     RotateX(-t->eps, t->eclToEq);
-    GetPrecMtx(t->jde, 2451545.0, t->precToJ2000);
-    GetPrecMtx(2451545.0, t->jde, t->precFromJ2000);
+    GetPrecMtx(t->jde, kvx::kJ2000, t->precToJ2000);
+    GetPrecMtx(kvx::kJ2000, t->jde, t->precFromJ2000);
     t->epsTrue = t->nutation[1] + t->eps;
     if (obs && libraryDeltaT)
-        ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, t->obsPos);
+        ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kvx::kEarthRadiusKm, t->obsPos);
     else
         GetTopocenter(obs, t->jd, t->obsPos);
 }
@@ -73,7 +72,7 @@ void ObserverVector(const Observer *obs, double jd, double theta, double e2, dou
     const double c = std::cos(th), s = std::sin(th);
     const Dc v{(c * x1 - s * y1) * kAuPerKm, (c * y1 + s * x1) * kAuPerKm, (oneMinusE2 * n + h) * sinPhi * kAuPerKm};
     double m[9];
-    GetPrecMtx(jd, 2451545.0, m);
+    GetPrecMtx(jd, kvx::kJ2000, m);
     Dc w;
     RotateDc(&v, m, &w);
     out[0] = w.x;
@@ -96,10 +95,6 @@ void LocalDate(double jd, double tz, ATime *t) {
 
 }  // namespace
 
-/// SetATimeDate: fills an ATime for a local civil date (its fields and tz)
-/// and an observer (null: the centre of the Earth). jd = GetJd(date),
-/// jde = UtToDt(jd); then the common fill (obliquity, nutation, sidereal
-/// time, frame matrices, observer vector). Null date or out does nothing.
 extern "C" void SetATimeDate(const ADate *date, const Observer *obs, ATime *out) {
     if (!date || !out) return;
     out->year = date->year;
@@ -114,9 +109,6 @@ extern "C" void SetATimeDate(const ADate *date, const Observer *obs, ATime *out)
     CommonFill(obs, true, out);
 }
 
-/// SetATimeJd: fills an ATime for a universal-time Julian date; the date
-/// fields are the local time JdToDate2(jd + tz/24) in zone tz (hours);
-/// jde = UtToDt(jd). Observer as in SetATimeDate.
 extern "C" void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out) {
     if (!out) return;
     LocalDate(jd, tz, out);
@@ -125,32 +117,23 @@ extern "C" void SetATimeJd(double jd, double tz, const Observer *obs, ATime *out
     CommonFill(obs, true, out);
 }
 
-/// SetATimeJd2: as SetATimeJd, with the caller's Delta T (seconds) instead
-/// of the library's: jde = jd + deltaT / 86400.
 extern "C" void SetATimeJd2(double jd, double deltaT, double tz, const Observer *obs, ATime *out) {
     if (!out) return;
     LocalDate(jd, tz, out);
     out->jd = jd;
-    out->jde = jd + deltaT / 86400.0;
+    out->jde = jd + deltaT / kvx::kSecondsPerDay;
     CommonFill(obs, false, out);
 }
 
-/// GetLst2: local apparent sidereal time in degrees (0..360) at a
-/// universal-time Julian date, from the obliquity and nutation in longitude
-/// (degrees) and the east longitude (degrees). Greenwich mean sidereal time
-/// is the IAU 1982 series in seconds, the equation of the equinoxes
-/// dpsi cos(eps) (no further terms).
+// GMST is the IAU 1982 series in seconds; the equation of the equinoxes has no
+// further terms.
 extern "C" double GetLst2(double jd, double obliquity, double dpsi, double longitude) {
-    const double t = (jd - 2451545.0) / 36525.0;
+    const double t = (jd - kvx::kJ2000) / kvx::kDaysPerCentury;
     const double theta = 67310.54841 + 3164400184.812866 * t + 0.093104 * t * t - 6.2e-6 * t * t * t;
     const double h = std::cos(kvx::DegToRad(obliquity)) * dpsi / 15.0 + theta / 3600.0 + longitude / 15.0;
     return hourmal(h) / 24.0 * 360.0;
 }
 
-/// GetLst: local apparent sidereal time in degrees (0..360) at a
-/// universal-time Julian date and east longitude (degrees), with the
-/// library's Delta T, obliquity and nutation. Longitude 0 gives Greenwich
-/// apparent sidereal time.
 extern "C" double GetLst(double jd, double longitude) {
     const double jde = UtToDt(jd);
     double nutation[2];
@@ -159,10 +142,6 @@ extern "C" double GetLst(double jd, double longitude) {
     return GetLst2(jd, eps, nutation[0], longitude);
 }
 
-/// GetTopocenter: the observer's geocentric position in AU on the J2000.0
-/// axes at a universal-time Julian date: GRS80 ellipsoid, turned by the
-/// Greenwich apparent sidereal time, precessed with GetPrecMtx(jd, J2000.0)
-/// (jd in universal time; no nutation). A null observer gives (0, 0, 0).
 extern "C" void GetTopocenter(const Observer *obs, double jd, double out[3]) {
     if (!out) return;
     if (!obs) {
@@ -170,14 +149,9 @@ extern "C" void GetTopocenter(const Observer *obs, double jd, double out[3]) {
         return;
     }
     const double theta = GetLst(jd, obs->longitude) - obs->longitude;
-    ObserverVector(obs, jd, theta, kEarthE2, kEarthOneMinusE2, kEarthRadiusKm, out);
+    ObserverVector(obs, jd, theta, kEarthE2, kEarthOneMinusE2, kvx::kEarthRadiusKm, out);
 }
 
-/// ObsToPcEqtXyz: an observer on any body's ellipsoid (flattening f,
-/// equatorial radius in km) as a vector from the body's centre in AU,
-/// turned by the sidereal angle theta (degrees) and precessed with
-/// GetPrecMtx(jd, J2000.0) to the J2000.0 axes. A null observer gives
-/// (0, 0, 0).
 extern "C" void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, double flattening,
                               double equatorialRadius, double out[3]) {
     if (!out) return;
@@ -189,21 +163,11 @@ extern "C" void ObsToPcEqtXyz(const Observer *obs, double jd, double theta, doub
     ObserverVector(obs, jd, theta, e2, 1.0 - e2, equatorialRadius, out);
 }
 
-/// ObsToGcEqtXyz: ObsToPcEqtXyz on the GRS80 Earth with the Greenwich
-/// apparent sidereal time GetLst(jd, 0) (jd universal time).
 extern "C" void ObsToGcEqtXyz(const Observer *obs, double jd, double out[3]) {
     if (!out) return;
-    ObsToPcEqtXyz(obs, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+    ObsToPcEqtXyz(obs, jd, GetLst(jd, 0.0), kEarthFlattening, kvx::kEarthRadiusKm, out);
 }
 
-/// PcEqtXyzToObs: the inverse of ObsToPcEqtXyz: a body-centred vector (AU,
-/// J2000.0 axes) to geodetic latitude, longitude (degrees) and height (m)
-/// on the ellipsoid (flattening, equatorial radius in km), the body turned
-/// by theta (degrees). The vector is precessed with GetPrecMtx(J2000.0, jd),
-/// which carries the frame bias the forward conversion leaves out, so a
-/// round trip is good to about a metre on the Earth. The latitude is
-/// iterated exactly 50 times. A vector shorter than 1e-6 AU gives the
-/// body's centre: latitude 0, longitude 0, height -radius.
 extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, double flattening,
                               double equatorialRadius, Observer *out) {
     if (!xyz || !out) return;
@@ -215,11 +179,11 @@ extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, doub
     }
     const double e2 = (2.0 - flattening) * flattening;
     double m[9];
-    GetPrecMtx(2451545.0, jd, m);
+    GetPrecMtx(kvx::kJ2000, jd, m);
     const Dc v{xyz[0], xyz[1], xyz[2]};
     Dc w;
     RotateDc(&v, m, &w);
-    const double x = w.x * 149597870.0, y = w.y * 149597870.0, z = w.z * 149597870.0;
+    const double x = w.x * kvx::kKmPerAu, y = w.y * kvx::kKmPerAu, z = w.z * kvx::kKmPerAu;
 
     const double longitude = degmal(kvx::RadToDeg(std::atan2(y, x)) - theta);
     const double p = std::sqrt(x * x + y * y);
@@ -238,9 +202,7 @@ extern "C" void PcEqtXyzToObs(const double xyz[3], double jd, double theta, doub
     out->height = (p / std::cos(kvx::DegToRad(phi)) - n) * 1000.0;
 }
 
-/// GcEqtXyzToObs: PcEqtXyzToObs on the GRS80 Earth with the Greenwich
-/// apparent sidereal time GetLst(jd, 0) (jd universal time).
 extern "C" void GcEqtXyzToObs(const double xyz[3], double jd, Observer *out) {
     if (!xyz || !out) return;
-    PcEqtXyzToObs(xyz, jd, GetLst(jd, 0.0), kEarthFlattening, kEarthRadiusKm, out);
+    PcEqtXyzToObs(xyz, jd, GetLst(jd, 0.0), kEarthFlattening, kvx::kEarthRadiusKm, out);
 }

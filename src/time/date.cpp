@@ -7,10 +7,6 @@
 #include "math/constants.h"
 #include "platform/clock.h"
 
-/// CalcJd: Julian date of a calendar date (year, month, day with fraction).
-/// The Gregorian correction is applied when the Julian-calendar value exceeds
-/// 2299160.5, so both Julian 1582-10-05 0h and Gregorian 1582-10-15 0h give
-/// 2299160.5.
 extern "C" double CalcJd(double year, double month, double day) {
     double y = year, m = month;
     if (m < 3.0) {
@@ -22,16 +18,12 @@ extern "C" double CalcJd(double year, double month, double day) {
     return jd;
 }
 
-/// GetJd: Julian date (universal time) of a local civil date in its zone.
-/// Out-of-range hours and minutes are carried into the day. 0 for null.
 extern "C" double GetJd(const ADate *date) {
     if (!date) return 0.0;
     const double fraction = date->minute / 1440.0 + date->hour / 24.0 + date->second / 86400.0 - date->tz / 24.0;
     return CalcJd(date->year, date->month, date->day + fraction);
 }
 
-/// JdToDate: calendar date of a Julian date (the classical inverse); day
-/// carries the fraction of the day. Returns the year; null outputs are skipped.
 extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, double *dayOut) {
     const double z = kvx::Floor(jd + 0.5);
     const double f = jd + 0.5 - z;
@@ -53,9 +45,6 @@ extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, doub
     return year;
 }
 
-/// JdToDate2: calendar date and time of a Julian date, all parts truncated
-/// toward zero. The tz field is not written: for local time pass jd + tz/24
-/// and set tz yourself.
 extern "C" void JdToDate2(double jd, ADate *out) {
     if (!out) return;
     int32_t year, month;
@@ -74,17 +63,8 @@ extern "C" void JdToDate2(double jd, ADate *out) {
     out->second = (f - minute / 24.0 / 60.0) * 24.0 * 60.0 * 60.0;
 }
 
-/// GetMjd: modified Julian date, jd - 2400000.5.
 extern "C" double GetMjd(double jd) { return jd - 2400000.5; }
 
-/// ChangeDate: shifts a civil date by a calendar interval (year, month, day,
-/// hour, minute, second of `interval`; its tz is not read); subtract != 0
-/// subtracts. Time is carried first, then days through the Julian date, then
-/// months and years; a result inside 1582-10-05..14 snaps to October 4 (days
-/// 5-9) or 15 (10-14); a last pass through the Julian date rolls a day past
-/// the month's end over (Jan 31 + 1 month = Mar 3). A backward shift to an
-/// exact multiple of a day yields 24:00 of the day before (not normalised).
-/// Returns the resulting day of month.
 extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtract) {
     if (!date || !interval) return 0;
     ADate copy = *date;
@@ -144,9 +124,6 @@ extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtra
     return copy.day;
 }
 
-/// ChangeLimitDate: ChangeDate, but a resulting year outside -100000..100000
-/// restores the record unchanged. Returns the year ChangeDate produced, also
-/// when it was rejected.
 extern "C" int32_t ChangeLimitDate(ADate *date, const ADate *interval, int32_t subtract) {
     if (!date || !interval) return 0;
     const ADate saved = *date;
@@ -156,9 +133,6 @@ extern "C" int32_t ChangeLimitDate(ADate *date, const ADate *interval, int32_t s
     return year;
 }
 
-/// ChangeTimezone: re-expresses a local date in zone newTz (hours) by a
-/// shift of (newTz - tz) hours through ChangeLimitDate, then sets tz = newTz.
-/// Returns ChangeLimitDate's year.
 extern "C" int32_t ChangeTimezone(ADate *date, double newTz) {
     if (!date) return 0;
     ADate interval{};
@@ -168,17 +142,11 @@ extern "C" int32_t ChangeTimezone(ADate *date, double newTz) {
     return year;
 }
 
-/// Date36To24: a zero shift that normalises hours 24..36 or minute 60 into
-/// the following day. Returns the year.
 extern "C" int32_t Date36To24(ADate *date) {
     if (!date) return 0;
     return ChangeTimezone(date, date->tz);
 }
 
-/// CheckDate: 1 when month is 1..12, the day exists in that month (Julian
-/// leap rule up to 1582, negative multiples of 4 included; Gregorian after),
-/// hour is 0..36, minute 0..60 and the date is not 1582-10-05..14; else 0.
-/// The second is not checked.
 extern "C" int32_t CheckDate(const ADate *date) {
     if (!date) return 0;
     const int32_t y = date->year, m = date->month, d = date->day;
@@ -193,29 +161,19 @@ extern "C" int32_t CheckDate(const ADate *date) {
     return 1;
 }
 
-/// GetNowDate: the current date and time in zone tz (hours), whole seconds
-/// (milliseconds dropped). `reserved` is not read. Returns the year.
 extern "C" int32_t GetNowDate(ADate *date, double reserved, double tz) {
     (void)reserved;
     if (!date) return 0;
     kvx::platform::UtcNow now{};
     if (!kvx::platform::SystemUtcNow(&now)) now = {2000, 1, 1, 0, 0, 0};
-    date->year = now.year;
-    date->month = now.month;
-    date->day = now.day;
-    date->hour = now.hour;
-    date->minute = now.minute;
-    date->second = now.second;
-    date->tz = 0.0;
+    *date = ADate{now.year, now.month, now.day, now.hour, now.minute, static_cast<double>(now.second), 0.0};
     const int32_t year = ChangeTimezone(date, tz);
     date->tz = tz;
     return year;
 }
 
-/// GetTimezone: the system's current offset from universal time in hours:
-/// -bias / 60 plus, under daylight-saving time, -daylightBias / 60, each in
-/// integer arithmetic truncated toward zero, so half- and quarter-hour zones
-/// lose their fraction (+5:30 gives 5).
+// -bias / 60 plus, under daylight-saving time, -daylightBias / 60, in integer
+// arithmetic truncated toward zero.
 extern "C" double GetTimezone(void) {
     const kvx::platform::ZoneInfo z = kvx::platform::SystemZone();
     int hours = (-z.biasMinutes) / 60;
@@ -223,21 +181,17 @@ extern "C" double GetTimezone(void) {
     return hours;
 }
 
-/// GetT: years from JD 2442412.5 with a small rate term:
-/// t + (0.0317 t + 1.43) 1e-6, t = (jd - 2442412.5) / 365.25.
 extern "C" double GetT(double jd) {
     const double t = (jd - 2442412.5) / 365.25;
     return t + (0.0317 * t + 1.43) * 1e-6;
 }
 
-/// GetT2: Julian centuries from J2000.0, (jd - 2451545.0) / 36525.0.
-extern "C" double GetT2(double jd) { return (jd - 2451545.0) / 36525.0; }
+extern "C" double GetT2(double jd) { return (jd - kvx::kJ2000) / kvx::kDaysPerCentury; }
 
-/// GetEp: IAU 2006 mean obliquity of the ecliptic in degrees (Capitaine et
-/// al. 2003 coefficients, divided by 3600) at a dynamical Julian date; the
-/// centuries from J2000.0 are clamped to -30..30.
+// Capitaine et al. (2003) coefficients of the IAU 2006 obliquity, arcseconds
+// divided by 3600.
 extern "C" double GetEp(double jde) {
-    double t = (jde - 2451545.0) / 36525.0;
+    double t = (jde - kvx::kJ2000) / kvx::kDaysPerCentury;
     if (t < -30.0) t = -30.0;
     if (t > 30.0) t = 30.0;
     const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;

@@ -25,9 +25,9 @@ struct Entry {
 
 // The loaded table, newest entry first; null when none is loaded. Written
 // only at start-up and unload, read without locking in between.
-Entry *g_table = nullptr;
-int32_t g_count = 0;
-int32_t g_version = -1;
+Entry *gTable = nullptr;
+int32_t gCount = 0;
+int32_t gVersion = -1;
 
 // Five years past the newest entry the file still holds its last value.
 constexpr double kHoldDays = 1826.2110000000002;
@@ -49,20 +49,20 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 // Step lookup in the loaded table: entry hi of a bisection over a table
 // sorted newest first, or the newest entry up to five years past it.
 bool FromTable(double jd, double *dt) {
-    if (!g_table || g_count < 1) return false;
-    const double newest = g_table[0].jd;
-    if (g_table[g_count - 1].jd <= jd && jd <= newest) {
-        int32_t lo = 0, hi = g_count - 1;
+    if (!gTable || gCount < 1) return false;
+    const double newest = gTable[0].jd;
+    if (gTable[gCount - 1].jd <= jd && jd <= newest) {
+        int32_t lo = 0, hi = gCount - 1;
         while (hi - lo > 1) {
             const int32_t mid = (lo + hi) / 2;
-            if (g_table[mid].jd > jd) lo = mid;
+            if (gTable[mid].jd > jd) lo = mid;
             else hi = mid;
         }
-        *dt = g_table[hi].dt;
+        *dt = gTable[hi].dt;
         return true;
     }
     if (newest < jd && jd <= newest + kHoldDays) {
-        *dt = g_table[0].dt;
+        *dt = gTable[0].dt;
         return true;
     }
     return false;
@@ -149,9 +149,9 @@ double BuiltInSeconds(double jd, int32_t year, double y) {
 }
 
 void FreeTable() {
-    std::free(g_table);
-    g_table = nullptr;
-    g_count = 0;
+    std::free(gTable);
+    gTable = nullptr;
+    gCount = 0;
 }
 
 }  // namespace
@@ -174,7 +174,7 @@ bool LoadFile(const char *path) {
 
     int32_t capacity = 10, count = 0;
     Entry *table = static_cast<Entry *>(std::malloc(sizeof(Entry) * capacity));
-    g_version = -1;
+    gVersion = -1;
     bool ok = table != nullptr;
     char line[kLineLength];
 
@@ -182,10 +182,10 @@ bool LoadFile(const char *path) {
     if (!haveLine) ok = false;  // empty file
     if (ok) {
         if (IsDigit(line[0])) {
-            g_version = 1;
+            gVersion = 1;
         } else if (std::strncmp(line, kHeader, kHeaderLength) == 0) {
-            g_version = static_cast<int32_t>(std::strtol(line + kHeaderLength, nullptr, 10));
-            if (g_version < 1) ok = false;
+            gVersion = static_cast<int32_t>(std::strtol(line + kHeaderLength, nullptr, 10));
+            if (gVersion < 1) ok = false;
             else haveLine = std::fgets(line, sizeof line, f) != nullptr;
         } else {
             ok = false;
@@ -209,7 +209,7 @@ bool LoadFile(const char *path) {
         const double jd = std::strtod(line, nullptr);
         const double value = std::strtod(gap, nullptr);
         table[count].jd = jd;
-        table[count].dt = g_version == 1 ? value : (value + 32.184) / 86400.0;
+        table[count].dt = gVersion == 1 ? value : (value + 32.184) / 86400.0;
         ++count;
         haveLine = std::fgets(line, sizeof line, f) != nullptr;
     }
@@ -219,32 +219,26 @@ bool LoadFile(const char *path) {
         return false;
     }
     FreeTable();
-    g_table = table;
-    g_count = count;
+    gTable = table;
+    gCount = count;
     return true;
 }
 
 void Release() { FreeTable(); }
 
-int32_t LoadedCount() { return g_count; }
-int32_t LoadedVersion() { return g_version; }
+int32_t LoadedCount() { return gCount; }
+int32_t LoadedVersion() { return gVersion; }
+bool LoadedSpan(double *oldest, double *newest) {
+    if (!gTable || gCount < 1) return false;
+    *oldest = gTable[gCount - 1].jd;
+    *newest = gTable[0].jd;
+    return true;
+}
 
 }  // namespace kvx::deltat
 
-/// UtToDt: dynamical time (TT) of a universal-time Julian date, jd + Delta T.
-/// Delta T comes from the loaded delta-T file when it covers jd (a step
-/// table, held five years past its newest entry), else from the TAI - UTC
-/// steps of 1961-1971 plus 32.184 s, else from the Espenak-Meeus polynomials
-/// of the year; the last two carry the -0.000012932 (y - 1955)^2 s
-/// correction.
 extern "C" double UtToDt(double jd) { return jd + kvx::deltat::DeltaTDays(jd); }
 
-/// DtToUt: universal time of a dynamical Julian date, jde - Delta T(jde).
-/// Delta T is taken at the dynamical-time argument itself, without
-/// iteration, so DtToUt(UtToDt(jd)) differs from jd by the change of Delta T
-/// over Delta T (a whole step across a step of the file table).
 extern "C" double DtToUt(double jde) { return jde - kvx::deltat::DeltaTDays(jde); }
 
-/// IsValidJdtFile: 1 when a delta-T file is loaded and its format version is
-/// exactly 2, else 0 (version 1 and versions above 2 load but answer 0).
-extern "C" int32_t IsValidJdtFile(void) { return (kvx::deltat::g_table && kvx::deltat::g_version == 2) ? 1 : 0; }
+extern "C" int32_t IsValidJdtFile(void) { return (kvx::deltat::gTable && kvx::deltat::gVersion == 2) ? 1 : 0; }

@@ -23,6 +23,8 @@ double DeltaTDays(double jd);
 // format version of the last load attempt (-1 before any).
 int32_t LoadedCount();
 int32_t LoadedVersion();
+// Oldest and newest Julian dates of the loaded table; false when none.
+bool LoadedSpan(double *oldest, double *newest);
 
 // One row of the TAI - UTC table of 1961-1971: from startJd on,
 // TAI - UTC = offset + (MJD - referenceMjd) * rate seconds.

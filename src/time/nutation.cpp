@@ -13,11 +13,6 @@ constexpr int kDeNutations = -30;
 
 }  // namespace
 
-/// GetNutationParam: nutation at a dynamical Julian date; out[0] = dpsi,
-/// out[1] = deps in degrees. From the open JPL DE file when it holds
-/// nutations and covers jde; otherwise from the IAU 1980 series (terms of at
-/// least 0.001", about 9 mas from the full series), with jde clamped to
-/// J2000.0 +-30 centuries (1355795.0 .. 3547295.0).
 extern "C" void GetNutationParam(double jde, double out[2]) {
     if (!out) return;
     double pos[3];
@@ -28,16 +23,13 @@ extern "C" void GetNutationParam(double jde, double out[2]) {
     }
     if (jde < 1355795.0) jde = 1355795.0;
     if (jde > 3547295.0) jde = 3547295.0;
-    const double t = (jde - 2451545.0) / 36525.0;
+    const double t = (jde - kvx::kJ2000) / kvx::kDaysPerCentury;
     double sums[2];
     kvx::nut::Iau1980Truncated(t, sums);
     out[0] = sums[0] / 3600.0 * 0.0001;
     out[1] = sums[1] / 3600.0 * 0.0001;
 }
 
-/// GetNutationMtx: matrix from the mean to the true equator and equinox of
-/// date, N = RotateX(-(eps + deps)) RotateZ(-dpsi) RotateX(eps), from the
-/// nutation pair (degrees) and the mean obliquity eps (degrees).
 extern "C" void GetNutationMtx(const double nutation[2], double eps, double out[9]) {
     if (!nutation || !out) return;
     double a[9], b[9], m[9];

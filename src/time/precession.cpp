@@ -26,7 +26,7 @@ constexpr double kThirtyCenturies = 1095750.0;  // days
 }  // namespace
 
 void BiasPrecession(double jd, double out[9]) {
-    const double t = (jd - 2451545.0) / 36525.0;
+    const double t = (jd - kJ2000) / kDaysPerCentury;
     const double epsA = GetEp(jd);
     const double t2 = t * t, t3 = t2 * t, t4 = t3 * t, t5 = t4 * t;
     const double gamma =
@@ -50,30 +50,18 @@ void BiasPrecession(double jd, double out[9]) {
 
 }  // namespace kvx::prec
 
-/// GetPrecMtx: precession matrix from the mean equator and equinox of
-/// fromJd to those of toJd (dynamical Julian dates); out = M with
-/// v(to) = M v(from).
-/// - Equal epochs give exactly the identity.
-/// - A start within one day of J2000.0 is taken as the reference frame
-///   itself: the matrix then includes the frame bias (J2000.0 to 2451545.5
-///   already has off-diagonal terms of ~1e-7), while a matrix ending at
-///   J2000.0 ends on the mean equator of J2000.0 without the bias.
-/// - A start more than 30 centuries from J2000.0 is handled by computing the
-///   matrix the other way round and inverting it.
-/// - A span beyond +-30 centuries is clamped; the remainder turns at 50" per
-///   year (of 365.24 days) about the ecliptic pole of J2000.0 -+30 centuries.
 extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
     if (!out) return;
     if (fromJd == toJd) {
         UnitMatrix(out);
         return;
     }
-    const double tFrom = (fromJd - 2451545.0) / 36525.0;
+    const double tFrom = (fromJd - kvx::kJ2000) / kvx::kDaysPerCentury;
     const bool exchange = tFrom < -30.0 || tFrom > 30.0;
     const double start = exchange ? toJd : fromJd;
     const double end = exchange ? fromJd : toJd;
 
-    double span = (end - start) / 36525.0;
+    double span = (end - start) / kvx::kDaysPerCentury;
     int clamped = 0;
     double extensionEpoch = 0.0;
     if (span < -30.0) {
@@ -85,11 +73,11 @@ extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
         clamped = 1;
         extensionEpoch = kvx::prec::kClampLate;
     }
-    const double clampedEnd = start + 36525.0 * span;
+    const double clampedEnd = start + kvx::kDaysPerCentury * span;
 
     double m[9];
     kvx::prec::BiasPrecession(clampedEnd, m);
-    if (std::fabs(start - 2451545.0) >= 1.0) {
+    if (std::fabs(start - kvx::kJ2000) >= 1.0) {
         double p[9], inv[9];
         kvx::prec::BiasPrecession(start, p);
         GetInvMatrix(p, inv);
@@ -114,9 +102,6 @@ extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
     else for (int k = 0; k < 9; ++k) out[k] = m[k];
 }
 
-/// PrecEqt: applies a matrix to a direction: out = direction of M (unit
-/// vector of in), right ascension reduced to 0..360, declination asin(z)
-/// (degrees). in and out may be the same record.
 extern "C" void PrecEqt(const Ad *in, Ad *out, const double m[9]) {
     if (!in || !out || !m) return;
     Dc v, w;

@@ -7,6 +7,7 @@
 #include <strings.h>
 
 #include "calendar/meteor.h"
+#include "kvxlib.h"
 #include "platform/settings.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/planet_xyz.h"
@@ -98,3 +99,43 @@ int PlanetFileEarthRange(double *start, double *end) {
 }
 
 }  // namespace kvx::startup
+
+namespace {
+
+void FromReader(const kvx::jpl::Reader &r, DataFileInfo *out) {
+    *out = DataFileInfo{};
+    out->start = r.startJd;
+    out->end = r.endJd;
+    out->step = r.stepDays;
+    const double records = (r.endJd - r.startJd) / r.stepDays;
+    out->count = (records >= 0.0 && records < 2e9) ? static_cast<int32_t>(records + 0.5) : 0;
+    out->version = r.deNumber;
+}
+
+}  // namespace
+
+extern "C" int32_t GetDataFileInfo(int32_t file, int32_t index, DataFileInfo *out) {
+    if (!out) return 0;
+    switch (file) {
+    case KVX_DATA_JPL_DE:
+    case KVX_DATA_MOON: {
+        const kvx::jpl::Reader *r = file == KVX_DATA_JPL_DE ? kvx::jpl::MainHandle() : kvx::jpl::MoonHandle();
+        if (index != 0 || !r) return 0;
+        FromReader(*r, out);
+        return 1;
+    }
+    case KVX_DATA_PLANET: {
+        kvx::planetxyz::BlockInfo b;
+        if (!kvx::planetxyz::Block(index, &b)) return 0;
+        *out = DataFileInfo{b.first, b.last, b.step, b.rows, 0, b.fileNumber, b.body};
+        return 1;
+    }
+    case KVX_DATA_DELTA_T: {
+        double oldest, newest;
+        if (index != 0 || !kvx::deltat::LoadedSpan(&oldest, &newest)) return 0;
+        *out = DataFileInfo{oldest, newest, 0.0, kvx::deltat::LoadedCount(), kvx::deltat::LoadedVersion(), 0, 0};
+        return 1;
+    }
+    default: return 0;
+    }
+}

@@ -291,5 +291,52 @@ TEST(StartupSettings, LoadAndReleaseInThisProcess) {
     fs::remove_all(dir);
 }
 
+TEST(StartupSettings, DataFileInfoDescribesWhatWasLoaded) {
+    const fs::path dir = fs::temp_directory_path() / "kvx_startup_info";
+    Write(dir / "Pelorin/kvxlib/6.0.conf", "PlanetXyzFile=" + TestDataPath("planet.xyz") + "\nJplEphUnixFile=" +
+                                               TestDataPath("de405_2000.bin") + "\nDtUtFile=" +
+                                               TestDataPath("kvxjdt.dat") + "\n");
+    setenv("XDG_CONFIG_HOME", dir.c_str(), 1);
+    kvx::startup::Load();
+    DataFileInfo info{};
+    ASSERT_EQ(GetDataFileInfo(KVX_DATA_JPL_DE, 0, &info), 1);
+    EXPECT_EQ(info.start, 2451536.5);
+    EXPECT_EQ(info.end, 2452272.5);
+    EXPECT_EQ(info.step, 32.0);
+    EXPECT_EQ(info.count, 23);
+    EXPECT_EQ(info.version, 405);
+    ASSERT_EQ(GetDataFileInfo(KVX_DATA_MOON, 0, &info), 1);  // the Moon reads the DE file
+    EXPECT_EQ(info.end, 2452272.5);
+    ASSERT_EQ(GetDataFileInfo(KVX_DATA_DELTA_T, 0, &info), 1);
+    EXPECT_EQ(info.count, 29);
+    EXPECT_EQ(info.version, 2);
+    EXPECT_EQ(info.end, 2461219.5);
+    EXPECT_LT(info.start, info.end);
+    // The planet file's blocks in file order: Mercury (199, code 0) to Pluto
+    // (999, code 7), each a whole number of steps over its span.
+    const int32_t codes[] = {0, 1, -3, 2, 3, 4, 5, 6, 7};
+    int32_t blocks = 0;
+    while (GetDataFileInfo(KVX_DATA_PLANET, blocks, &info)) {
+        ASSERT_LT(blocks, 9);
+        EXPECT_EQ(info.number, 100 * blocks + 199);
+        EXPECT_EQ(info.body, codes[blocks]);
+        EXPECT_EQ(info.start, 2451536.5);
+        EXPECT_GE(info.count, (info.end - info.start) / info.step + 1) << info.number;
+        ++blocks;
+    }
+    EXPECT_EQ(blocks, 9);
+    info.count = -7;
+    EXPECT_EQ(GetDataFileInfo(KVX_DATA_JPL_DE, 1, &info), 0);
+    EXPECT_EQ(GetDataFileInfo(KVX_DATA_PLANET, -1, &info), 0);
+    EXPECT_EQ(GetDataFileInfo(5, 0, &info), 0);
+    EXPECT_EQ(info.count, -7);  // nothing written
+    EXPECT_EQ(GetDataFileInfo(KVX_DATA_JPL_DE, 0, nullptr), 0);
+    kvx::startup::Release();
+    for (const int32_t file : {KVX_DATA_JPL_DE, KVX_DATA_MOON, KVX_DATA_PLANET, KVX_DATA_DELTA_T})
+        EXPECT_EQ(GetDataFileInfo(file, 0, &info), 0) << file;
+    unsetenv("XDG_CONFIG_HOME");
+    fs::remove_all(dir);
+}
+
 }  // namespace
 #endif

@@ -466,14 +466,9 @@ int MoonQuery(int jplTarget, double jde, int jplCenter, double pos[3], double ve
 
 }  // namespace kvx::jpl
 
-/// GetJplDeVersion: the DE number of the main ephemeris file opened at
-/// start-up (405, 430, ...), or -1 when none is open. A file read into memory
-/// ("OnMemory") still reports its number although it answers no query.
 extern "C" int32_t GetJplDeVersion(void) {
     const kvx::jpl::Reader *r = kvx::jpl::MainHandle();
     return r ? r->deNumber : -1;
 }
 
-/// IsValidMoonXyzFile: 1 when the Moon has a file source (the JPL DE file or
-/// "moon.xyz"), 0 when it comes from the built-in theory.
 extern "C" int32_t IsValidMoonXyzFile(void) { return kvx::jpl::MoonHandle() != nullptr ? 1 : 0; }

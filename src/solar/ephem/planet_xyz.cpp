@@ -47,11 +47,20 @@ double LeDouble(const unsigned char *p) {
 }
 
 // Library body code of a file body number; false for an unknown number.
+// File body numbers are 100 (place in kCodes + 1) + 99: 199 Mercury ...
+// 1399 Haumea.
+constexpr int32_t kCodes[kMaxEntries] = {0, 1, -3, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+
 bool BodyCode(int32_t fileNumber, int32_t *code) {
-    static const int32_t kCodes[kMaxEntries] = {0, 1, -3, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
     if (fileNumber % 100 != 99 || fileNumber < 199 || fileNumber > 1399) return false;
     *code = kCodes[fileNumber / 100 - 1];
     return true;
+}
+
+int32_t FileNumber(int32_t code) {
+    for (int i = 0; i < kMaxEntries; ++i)
+        if (kCodes[i] == code) return 100 * (i + 1) + 99;
+    return 0;
 }
 
 // Reads `rows` rows starting at byte offset `offset` into out (6 doubles per
@@ -178,6 +187,13 @@ int Range(int body, double *first, double *last) {
     return 1;
 }
 
+bool Block(int index, BlockInfo *out) {
+    if (index < 0 || index >= gCount) return false;
+    const Entry &e = gEntries[index];
+    *out = {e.body, FileNumber(e.body), e.first, e.last, e.step, e.dataRows};
+    return true;
+}
+
 void Release() {
     CloseFile();
     std::free(gImage);
@@ -188,7 +204,4 @@ void Release() {
 
 }  // namespace kvx::planetxyz
 
-/// IsValidPlanetXyzFile: 1 while the planet position file is open. After the
-/// file was read into memory ("OnMemory") it is closed and this answers 0,
-/// although positions are still read from the memory image.
 extern "C" int32_t IsValidPlanetXyzFile(void) { return kvx::planetxyz::gFile != nullptr ? 1 : 0; }

@@ -5,6 +5,8 @@
 // axes, in AU and AU/day.
 #pragma once
 
+#include <cstdint>
+
 namespace kvx::planetxyz {
 
 // Builds the directory of the file at `path` (replacing nothing: Release
@@ -21,6 +23,18 @@ int Lookup(int body, double jd, double pos[3], double vel[3]);
 
 // First and last Julian dates of the body's block; 1, or 0 when absent.
 int Range(int body, double *first, double *last);
+
+// One block of the directory, in file order.
+struct BlockInfo {
+    int32_t body;        // library code
+    int32_t fileNumber;  // 199 Mercury ... 1399 Haumea
+    double first, last, step;
+    int32_t rows;        // data rows
+};
+// Block `index` (0 .. blocks - 1) of the loaded file; false past the end or
+// when no file is loaded. The directory outlives OnMemory's closing of the
+// file.
+bool Block(int index, BlockInfo *out);
 
 // Closes the file, frees the image and empties the directory.
 void Release();

@@ -10,6 +10,7 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "math/vec3.h"
+#include "solar/body/body_pipeline.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
 #include "solar/moon/moon_libration.h"
@@ -24,8 +25,8 @@ using kvx::kLightDaysPerAu;
 constexpr double kMeanDistanceAu = 0.002569555301823482;
 // Convergence of the light-time loops: a hundredth of a second for the
 // ephemeris files, one second for the theory (days).
-constexpr double kFileLightTimeStop = 1.1574074074074073e-7;
-constexpr double kTheoryLightTimeStop = 1.1574074074074073e-5;
+constexpr double kFileLightTimeStop = kvx::body::kOneSecond / 100.0;
+constexpr double kTheoryLightTimeStop = kvx::body::kOneSecond;
 
 constexpr double kMoonRadiusKm = 1737.4;
 
@@ -52,33 +53,25 @@ bool FileHeliocentricEarth(double jde, double v[3]) {
 
 // Geocentric Moon seen at jde (AU, J2000.0 equator), corrected for light
 // time: the Moon is taken where it was when the light left it, the Earth
-// where it is at jde. Iterates until the light time changes by at most a
-// hundredth of a second; false when no file answers.
+// where it is at jde. False when no file answers.
 bool FileGeocentricWithLightTime(double jde, double g[3]) {
     double earth[3];
     if (!FileHeliocentricEarth(jde, earth)) return false;
-    double d = kMeanDistanceAu;
-    for (;;) {
-        double moon[3];
-        if (!FileHeliocentricMoon(jde - d * kLightDaysPerAu, moon)) return false;
-        for (int i = 0; i < 3; ++i) g[i] = moon[i] - earth[i];
-        const double d2 = kvx::vec3::Norm(g);
-        if (!std::isfinite(d2)) return false;
-        if (std::fabs(d - d2) * kLightDaysPerAu <= kFileLightTimeStop) return true;
-        d = d2;
-    }
+    const kvx::body::LightTimeRule rule{kMeanDistanceAu, kFileLightTimeStop, kvx::body::NonFinite::kFail,
+                                        kvx::body::kMaxLightPasses};
+    kvx::body::Retarded r;
+    if (!kvx::body::LightTime(jde, earth, nullptr, rule, FileHeliocentricMoon, &r)) return false;
+    g[0] = r.relative[0];
+    g[1] = r.relative[1];
+    g[2] = r.relative[2];
+    return true;
 }
 
 Dc Unit(const double v[3], double length) { return Dc{v[0] / length, v[1] / length, v[2] / length}; }
 
 }  // namespace
 
-/// CalcMoonLbr: geocentric ecliptic longitude and latitude of the Moon
-/// (degrees, mean ecliptic and equinox of date) and its distance (km) at
-/// dynamical Julian date jd, geometric (no light time). From the main JPL
-/// ephemeris, else the Moon file, else the built-in theory; the theory is
-/// evaluated with T = GetT(jd), as its published series are. Returns 1, or
-/// 0 (nothing written) when lb is null; dist may be null.
+// The theory is evaluated with T = GetT(jd), as its published series are.
 extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     if (lb == nullptr) return 0;
     double km;
@@ -104,51 +97,43 @@ extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
     return 1;
 }
 
-/// CalcMoon2: the place of the Moon without the quantities that need the
-/// Sun: fields 1-7 (field 7 in km), 9-10 (geocentric J2000.0 right ascension
-/// and declination), 11-13 (geocentric ecliptic longitude and latitude of
-/// date, distance in km), 17 (position angle of the axis), 20-21 (total
-/// librations in longitude and latitude), 24-26 (direction cosines of fields
-/// 1-2) and the same direction in fixed point from field 27. With an
-/// ephemeris file the light time is iterated to a hundredth of a second,
-/// with the theory to one second. Outside dynamical JD 1538798.0-3364651.0
-/// field 20 is 0 and fields 17 and 21 are clamped to +-26 and +-7 degrees.
-/// Null t or out: nothing is done.
 extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
     if (t == nullptr || out == nullptr) return;
+    using namespace kvx::body::moon_slot;
     double *f = out->f;
     Dc j2000;          // geocentric unit vector, J2000.0 equator
     Ad ofDate;         // geocentric right ascension and declination of date
     double g[3];
     if (FileGeocentricWithLightTime(t->jde, g)) {
         const double r = kvx::vec3::Norm(g);
-        f[12] = r * kKmPerAu;
+        f[kGeoDistance] = r * kKmPerAu;
         j2000 = Unit(g, r);
         Ad ad;
         DcToAd(&j2000, &ad);
-        f[8] = ad.a;
-        f[9] = ad.d;
+        f[kRaGeo] = ad.a;
+        f[kDecGeo] = ad.d;
         Dc m, e;
         RotateDc(&j2000, t->precFromJ2000, &m);
         DcToAd(&m, &ofDate);
         RotateDc(&m, t->eqToEcl, &e);
         DcToAd(&e, &ad);
-        f[10] = ad.a;
-        f[11] = ad.d;
+        f[kEclLonGeo] = ad.a;
+        f[kEclLatGeo] = ad.d;
     } else {
+        // The theory's light-time loop works on its ecliptic place.
         double d = kMeanDistanceAu;
         for (;;) {
             double lb[2];
-            CalcMoonLbr(t->jde - d * kLightDaysPerAu, lb, &f[12]);
-            f[10] = lb[0];
-            f[11] = lb[1];
-            const double d2 = f[12] / kKmPerAu;
+            CalcMoonLbr(t->jde - d * kLightDaysPerAu, lb, &f[kGeoDistance]);
+            f[kEclLonGeo] = lb[0];
+            f[kEclLatGeo] = lb[1];
+            const double d2 = f[kGeoDistance] / kKmPerAu;
             // A non-finite date gives no distance to converge on.
             if (!std::isfinite(d2)) break;
             if (std::fabs(d2 - d) * kLightDaysPerAu <= kTheoryLightTimeStop) break;
             d = d2;
         }
-        const Ad ecl{f[10], f[11]};
+        const Ad ecl{f[kEclLonGeo], f[kEclLatGeo]};
         Dc e, m;
         AdToDc(&ecl, &e);
         RotateDc(&e, t->eclToEq, &m);
@@ -156,71 +141,45 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
         RotateDc(&m, t->precToJ2000, &j2000);
         Ad ad;
         DcToAd(&j2000, &ad);
-        f[8] = ad.a;
-        f[9] = ad.d;
+        f[kRaGeo] = ad.a;
+        f[kDecGeo] = ad.d;
     }
 
-    // Topocentric vector (km), astrometric J2000.0 direction.
-    const Dc s{j2000.x * f[12] - t->obsPos[0] * kKmPerAu, j2000.y * f[12] - t->obsPos[1] * kKmPerAu,
-               j2000.z * f[12] - t->obsPos[2] * kKmPerAu};
-    f[6] = DcAbs(&s);
-    Dc u;
-    DcDiv(&s, f[6], &u);
-    Ad ad;
-    DcToAd(&u, &ad);
-    f[0] = ad.a;
-    f[1] = ad.d;
+    // Topocentric vector (km); the head keeps kilometres in its distance.
+    const double s[3] = {j2000.x * f[kGeoDistance] - t->obsPos[0] * kKmPerAu,
+                         j2000.y * f[kGeoDistance] - t->obsPos[1] * kKmPerAu,
+                         j2000.z * f[kGeoDistance] - t->obsPos[2] * kKmPerAu};
+    kvx::body::FillHead(*t, s, kvx::body::AngleRule::kAsin, out);
 
-    // Apparent place of date, and the ecliptic place of date.
-    Dc m, n, e;
-    RotateDc(&u, t->precFromJ2000, &m);
-    RotateDc(&m, t->nutMtx, &n);
-    double nv[3] = {n.x, n.y, n.z}, app[3];
-    AnnualAberration(t, nv, 1, app);
-    const Dc a{app[0], app[1], app[2]};
-    DcToAd(&a, &ad);
-    f[2] = ad.a;
-    f[3] = ad.d;
-    RotateDc(&m, t->eqToEcl, &e);
-    DcToAd(&e, &ad);
-    f[4] = ad.a;
-    f[5] = ad.d;
-
-    // Direction cosines of fields 1-2, and in fixed point.
-    const Ad radec{f[0], f[1]};
+    // Direction cosines of the astrometric place, and in fixed point.
+    const Ad radec{f[kvx::body::kRaJ2000], f[kvx::body::kDecJ2000]};
     Dc dc;
     AdToDc(&radec, &dc);
-    f[23] = dc.x;
-    f[24] = dc.y;
-    f[25] = dc.z;
+    const double dv[3] = {dc.x, dc.y, dc.z};
+    kvx::body::SetVec(*out, kDirection, dv);
     DcToFx(&dc, &out->moon.fx);
 
     // Physical ephemeris.
     kvx::moon::Libration lib =
-        kvx::moon::MoonLibration(t->t2, f[10], f[11], ofDate.a, t->nutation[0], t->eps);
+        kvx::moon::MoonLibration(t->t2, f[kEclLonGeo], f[kEclLatGeo], ofDate.a, t->nutation[0], t->eps);
     kvx::moon::ClampLibration(t->jde, &lib);
-    f[16] = lib.axisAngle;
-    f[19] = lib.longitude;
-    f[20] = lib.latitude;
+    f[kAxisAngle] = lib.axisAngle;
+    f[kLibrationLon] = lib.longitude;
+    f[kLibrationLat] = lib.latitude;
 }
 
-/// CalcMoon: CalcMoon2, then the fields that need the Sun and the horizon:
-/// 8 topocentric and 14 geocentric semi-diameters (degrees, lunar radius
-/// 1737.4 km), 18 illuminated fraction and 19 position angle of the bright
-/// limb (GetPhase with sunPos, which CalcSun must have filled for the same
-/// t), 15-16 azimuth and altitude (Coordinates from the J2000.0 equator to
-/// the geometric horizon). Null t or out: nothing is done; a null sunPos
-/// leaves fields 18-19 unset.
 extern "C" void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos) {
     if (t == nullptr || out == nullptr) return;
     CalcMoon2(t, out);
+    using namespace kvx::body::moon_slot;
     double *f = out->f;
-    f[13] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[12]));
-    f[7] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[6]));
-    if (sunPos != nullptr) GetPhase(sunPos, sunPos->f[6], out, f[6] / kKmPerAu, &f[17], &f[18]);
-    const Ad radec{f[0], f[1]};
+    const double distance = f[kvx::body::kDistance];
+    f[kGeoSemiDiameter] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[kGeoDistance]));
+    f[kSemiDiameter] = kvx::RadToDeg(std::atan(kMoonRadiusKm / distance));
+    if (sunPos != nullptr) kvx::body::SetPhase(*sunPos, distance / kKmPerAu, kIlluminated, kLimbAngle, out);
+    const Ad radec{f[kvx::body::kRaJ2000], f[kvx::body::kDecJ2000]};
     Ad azAlt{};
     Coordinates(t, KVX_COORD_J2000, &radec, KVX_COORD_HORIZONTAL, &azAlt);
-    f[14] = azAlt.a;
-    f[15] = azAlt.d;
+    f[kAzimuth] = azAlt.a;
+    f[kAltitude] = azAlt.d;
 }

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "solar/body/body_slots.h"
 
 namespace {
 
@@ -28,7 +29,8 @@ double ApparentElongation(double jd) {
     BodyPos sun{}, moon{};
     CalcSun(&t, &sun);
     CalcMoon(&t, &moon, &sun);
-    const Ad sunEq{sun.f[0], sun.f[1]}, moonEq{moon.f[0], moon.f[1]};
+    using namespace kvx::body;
+    const Ad sunEq{sun.f[kRaJ2000], sun.f[kDecJ2000]}, moonEq{moon.f[kRaJ2000], moon.f[kDecJ2000]};
     Ad sunEcl{}, moonEcl{};
     Coordinates(&t, KVX_COORD_J2000, &sunEq, KVX_COORD_ECL_APPARENT, &sunEcl);
     Coordinates(&t, KVX_COORD_J2000, &moonEq, KVX_COORD_ECL_APPARENT, &moonEcl);
@@ -122,24 +124,6 @@ int32_t PhasesFromSamples(const ADate &month, double jd0, MoonPhase *out, int32_
 
 }  // namespace
 
-/// GetMoonPhases: the principal phases of the Moon (0 new, 1 first quarter,
-/// 2 full, 3 last quarter) whose instants fall in the local calendar month
-/// given by month's year, month and tz (day, time and seconds are ignored),
-/// in time order, at most max of them; returns their number (0 for a null
-/// month or out, or max < 1). Inside JD 1356173.0..3547272.0 the instants
-/// come from the series of the true phases refined with the library's own
-/// Sun and Moon (apparent ecliptic of date) and are universal time; outside
-/// it they come from daily samples of the geometric elongation, with no
-/// Delta T applied, and a month whose first crossing after its fourth-last
-/// day of the month before falls before the month yields nothing.
-
-/// GetMoonAge: days since the last new Moon at Julian date jd. Inside
-/// 1356173.0..3547272.0 the new Moons come from the phase series
-/// (GetNewMoonJd2000, dynamical time, compared with jd as given). Outside it
-/// the age is the elongation, the Moon's geocentric ecliptic longitude
-/// (moonPos field 11) minus the Sun's longitude (sunPos field 5) reduced to
-/// 0..360, over the mean daily elongation 12.190749 degrees; there null
-/// records give 0.
 extern "C" double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *moonPos) {
     if (InSeriesRange(jd)) {
         const double k = std::floor(((jd - 1721423.5) / 365.244 + 1.0 - 2000.0) * 12.3685);
@@ -150,7 +134,7 @@ extern "C" double GetMoonAge(double jd, const BodyPos *sunPos, const BodyPos *mo
         return jd - GetNewMoonJd2000(k - 1.0);
     }
     if (sunPos == nullptr || moonPos == nullptr) return 0.0;
-    return degmal(KVX_BODYPOS_FIELD(*moonPos, 11) - KVX_BODYPOS_FIELD(*sunPos, 5)) / kMeanElongationPerDay;
+    return degmal(moonPos->f[kvx::body::moon_slot::kEclLonGeo] - sunPos->f[kvx::body::kEclLon]) / kMeanElongationPerDay;
 }
 extern "C" int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max) {
     if (month == nullptr || out == nullptr || max < 1) return 0;

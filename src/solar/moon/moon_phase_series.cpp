@@ -42,14 +42,8 @@ double PeriodicSum(const PhaseTerm (&terms)[N], double e, double m, double mp, d
 
 }  // namespace
 
-/// GetNewMoonJd2000: dynamical-time Julian date of a principal phase of the
-/// Moon by the series of the true phases (Meeus). k counts lunations from
-/// the new Moon of 2000 January 6; its fraction selects the phase: .0 new,
-/// .25 first quarter, .5 full, .75 last quarter (each within 1e-6, the
-/// fraction taken as k - floor(k), so k = -0.25 is a last quarter); any other
-/// fraction gives the new Moon series evaluated at that k. The mean phase
-/// uses the constants of the book's first edition. Accuracy against a
-/// modern ephemeris is about a quarter of a minute over 1900-2100.
+// Meeus, Astronomical Algorithms, ch. 49, with the mean-phase constants of the
+// book's first edition.
 extern "C" double GetNewMoonJd2000(double k) {
     const Phase phase = PhaseOfLunation(k);
     const double t = k / 1236.85;

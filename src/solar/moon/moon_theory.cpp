@@ -39,7 +39,7 @@ void TheoryLbr(double jde, double lb[2], double *distKm) {
 
     lb[0] = degmal(lon);
     lb[1] = lat;
-    *distKm = kTheoryEarthRadiusKm / SinDeg(parallax);
+    *distKm = kEarthRadiusKm / SinDeg(parallax);
 }
 
 }  // namespace kvx::moon

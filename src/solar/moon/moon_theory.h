@@ -22,10 +22,6 @@ extern const TheoryTerm kLongitudeTerms[kLongitudeTermCount];
 extern const TheoryTerm kLatitudeTerms[kLatitudeTermCount];
 extern const TheoryTerm kParallaxTerms[kParallaxTermCount];
 
-// Equatorial radius of the Earth (km) that turns the horizontal parallax
-// into a distance.
-inline constexpr double kTheoryEarthRadiusKm = 6378.137;
-
 // Geocentric ecliptic longitude (0..360) and latitude of the Moon in degrees
 // and its distance in km at dynamical Julian date jde, from the series.
 void TheoryLbr(double jde, double lb[2], double *distKm);

@@ -56,17 +56,10 @@ void OrbitPlaneToEcliptic(double peri, double node, double incl, double m[9]) {
 using namespace kvx;
 using namespace kvx::orbit;
 
-/// Mean orbital elements of date of a planet from E. M. Standish's Keplerian
-/// elements (3000 BC to AD 3000; planet_elements_table.cpp), on the mean
-/// ecliptic and equinox of J2000.0. code: 0..7 Mercury..Pluto, -3 the
-/// Earth-Moon barycentre; jde: dynamical Julian date, which becomes the
-/// record's epoch. The mean motion is the derivative of the mean anomaly
-/// there. Outside 3000 BC..AD 3000 the polynomials are extrapolated.
-/// Returns 1, or 0 (record untouched) for another code or a null record.
 extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
     const KeplerRow *k = RowOf(code);
     if (!k || !out) return 0;
-    const double T = (jde - 2451545.0) / 36525.0;
+    const double T = (jde - kJ2000) / kDaysPerCentury;
     const double periLon = k->periLon + k->periLonRate * T;
     const double node = k->node + k->nodeRate * T;
     const double fT = DegToRad(k->f * T);
@@ -81,17 +74,12 @@ extern "C" int32_t GetPlanetOrbitElm(int32_t code, double jde, OrbitElm *out) {
     out->node = vec3::Reduce360(node);
     out->peri = vec3::Reduce360(periLon - node);
     out->m = vec3::Reduce360(m);
-    out->n = dmdT / 36525.0;
+    out->n = dmdT / kDaysPerCentury;
     out->equinox = 2000.0;
     out->reserved = 0.0;
     return 1;
 }
 
-/// Position (and velocity) of a body on the orbit of an element record, by
-/// Kepler's equation: the mean anomaly is advanced from the record's epoch
-/// with its mean motion n. pos: heliocentric, AU; vel (may be null): AU per
-/// day; both on the axes of the elements' ecliptic and equinox. Returns 1,
-/// or 0 for a null record or position, or an eccentricity outside 0..1.
 extern "C" int32_t GetPlanetByElement(const OrbitElm *elm, double jde, double pos[3], double vel[3]) {
     if (!elm || !pos || !(elm->e >= 0.0 && elm->e < 1.0)) return 0;
     const double M = DegToRad(vec3::Reduce360(elm->m + elm->n * (jde - elm->epoch)));
@@ -114,14 +102,6 @@ extern "C" int32_t GetPlanetByElement(const OrbitElm *elm, double jde, double po
     return 1;
 }
 
-/// Osculating elements of an elliptic two-body orbit about the Sun (Gaussian
-/// constant 0.01720209895, the body's mass neglected) from its heliocentric
-/// position (AU) and velocity (AU/day) at dynamical Julian date jde. The
-/// vectors are turned from the equator to the ecliptic by the obliquity eps
-/// (degrees; 0 when they are ecliptic already). out->epoch = jde,
-/// out->equinox = equinox. An orbit with zero inclination gets node 0; a
-/// circular one perihelion at the node. Returns 1, or 0 for a null pointer,
-/// a zero vector or an orbit that is not elliptic (record untouched).
 extern "C" int32_t CalPVtoElm(const double pos[3], const double vel[3], double jde, double eps, double equinox,
                               OrbitElm *out) {
     if (!pos || !vel || !out) return 0;
@@ -167,18 +147,12 @@ extern "C" int32_t CalPVtoElm(const double pos[3], const double vel[3], double j
     return 1;
 }
 
-/// Points along the mean orbit of date of a planet (GetPlanetOrbitElm), for
-/// drawing: n points at eccentric anomalies 360 k / (n - 1), k = 0..n-1, so
-/// the last point closes the curve on the first (perihelion). Heliocentric,
-/// AU, J2000.0 equatorial axes (the J2000 ecliptic turned by GetEp of
-/// J2000.0), written as xyz[3k], xyz[3k+1], xyz[3k+2]. Returns n, or 0 for an
-/// unknown code, n < 2 or a null buffer.
 extern "C" int32_t CalcPlanetOrbit3(int32_t code, double jde, int32_t n, double *xyz) {
     OrbitElm el;
     if (n < 2 || !xyz || !GetPlanetOrbitElm(code, jde, &el)) return 0;
     double r[9];
     OrbitPlaneToEcliptic(el.peri, el.node, el.incl, r);
-    const double eps = DegToRad(GetEp(2451545.0));
+    const double eps = DegToRad(GetEp(kJ2000));
     const double se = std::sin(eps), ce = std::cos(eps);
     const double b = el.a * std::sqrt(1.0 - el.e * el.e);
     for (int32_t k = 0; k < n; ++k) {

@@ -8,6 +8,7 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "math/vec3.h"
+#include "solar/body/body_pipeline.h"
 #include "solar/planet/dwarf_planet_elements.h"
 #include "solar/ephem/jpl_query.h"
 #include "solar/planet/orbit_elements.h"
@@ -19,10 +20,6 @@
 namespace kvx::planet {
 
 namespace {
-
-constexpr double kLightDays = 0.005775518308;  // days per AU
-constexpr double kLightTolerance = 1.1574074074074073e-5;  // one second, days
-constexpr int kMaxLightIterations = 50;
 
 // Visual magnitude at 1 AU (V0) and apparent diameter at 1 AU (arcseconds)
 // of codes 0..11.
@@ -47,11 +44,11 @@ int Extrapolate(int code, double jde, double out[3]) {
     double p[3], v[3];
     if (!jpl::Query(code, edge, -2, p, v) && !planetxyz::Lookup(code, edge, p, v)) return 0;
     OrbitElm el;
-    if (!CalPVtoElm(p, v, edge, GetEp(2451545.0), 2000.0, &el)) return 0;
+    if (!CalPVtoElm(p, v, edge, GetEp(kJ2000), 2000.0, &el)) return 0;
     // The mean motion of the osculating orbit, Gaussian constant.
     double ecl[3];
     if (!GetPlanetByElement(&el, jde, ecl, nullptr)) return 0;
-    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
+    vec3::EclipticToEquator(GetEp(kJ2000), ecl, out);
     return 1;
 }
 
@@ -61,7 +58,7 @@ void FromMeanElements(int code, double jde, double out[3]) {
     GetPlanetOrbitElm(code, jde, &el);
     double ecl[3];
     GetPlanetByElement(&el, jde, ecl, nullptr);
-    vec3::EclipticToEquator(GetEp(2451545.0), ecl, out);
+    vec3::EclipticToEquator(GetEp(kJ2000), ecl, out);
 }
 
 }  // namespace
@@ -139,16 +136,11 @@ double SaturnRingTerm(double T, double lambda, double beta, double l, double b, 
 
 using namespace kvx;
 
-/// Heliocentric ecliptic longitude and latitude (degrees, lb[0], lb[1]) of
-/// the mean ecliptic and equinox of date, and heliocentric distance r (AU),
-/// of body code (-3, 0..11) at dynamical Julian date jd, geometric (no light
-/// time). Returns 1, or 0 for an unknown code (nothing written) or a null
-/// output.
 extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *r) {
     if (!planet::ValidCode(code) || !lb || !r) return 0;
     double h[3], m[9];
     planet::HelioVector(code, jd, h);
-    GetPrecMtx(2451545.0, jd, m);
+    GetPrecMtx(kJ2000, jd, m);
     planet::Rotate(m, h, h);
     vec3::EquatorToEcliptic(GetEp(jd), h, h);
     *r = planet::Norm(h);
@@ -157,16 +149,11 @@ extern "C" int32_t CalcPlanetLbr(int32_t code, double jd, double lb[2], double *
     return 1;
 }
 
-/// Illuminated fraction and position angle of the bright limb (degrees,
-/// -180..180, from north through east) of a body, from the Sun's and the
-/// body's right ascension and declination (fields 1-2 of the two records)
-/// and their distances from the observer (AU). Null outputs are skipped; null
-/// records do nothing.
 extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *body, double bodyDist, double *fraction,
                          double *limbAngle) {
     if (!sunPos || !body) return;
-    const double a0 = DegToRad(sunPos->f[0]), d0 = DegToRad(sunPos->f[1]);
-    const double a = DegToRad(body->f[0]), d = DegToRad(body->f[1]);
+    const double a0 = DegToRad(sunPos->f[kvx::body::kRaJ2000]), d0 = DegToRad(sunPos->f[kvx::body::kDecJ2000]);
+    const double a = DegToRad(body->f[kvx::body::kRaJ2000]), d = DegToRad(body->f[kvx::body::kDecJ2000]);
     const double limb = RadToDeg(std::atan2(std::cos(d0) * std::sin(a0 - a),
                                             std::sin(d0) * std::cos(d) - std::cos(d0) * std::sin(d) * std::cos(a0 - a)));
     double c = std::sin(d0) * std::sin(d) + std::cos(d0) * std::cos(d) * std::cos(a0 - a);
@@ -177,13 +164,6 @@ extern "C" void GetPhase(const BodyPos *sunPos, double sunDist, const BodyPos *b
     if (limbAngle) *limbAngle = limb;
 }
 
-/// Visual magnitude of body code from its heliocentric vector h and the
-/// Earth's e (AU): the reduced law V0 + 5 log10(r Delta) with the phase
-/// corrections of Mercury to Jupiter only (no Saturn ring term, no Ceres
-/// phase function), the phase angle taken from cos i = (r^2 + Delta^2 - R) /
-/// (2 r Delta) with R = |e| itself, not its square (kept for compatibility).
-/// Code -3 uses V0 = -2.96 (the mean of Venus' and Mars'). Returns -999.0 for
-/// an unknown code or null vectors.
 extern "C" double GetPlanetMag(int32_t code, const double h[3], const double e[3]) {
     if (!planet::ValidCode(code) || !h || !e) return -999.0;
     const double r = planet::Norm(h), R = planet::Norm(e);
@@ -206,84 +186,52 @@ extern "C" double GetPlanetMag(int32_t code, const double h[3], const double e[3
     return m;
 }
 
-/// Place, distance, phase and brightness of body code (-3 Earth, 0..7
-/// Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake, 11 Haumea) for an ATime.
-/// sunPos must be the Sun record CalcSun filled for the same t (its fields
-/// 1-2, 7 and 8-10 are read). Fields: 1-7 as for every body (topocentric,
-/// light time to one second, aberration); 8-10 heliocentric vector at the
-/// light-time-retarded instant and 11-13 at the instant (J2000.0 equator,
-/// AU); 14-16 fields 11-13 on the mean ecliptic and equinox of date; 17
-/// heliocentric distance; 18 geometric geocentric distance at the instant;
-/// 19 illuminated fraction; 20 position angle of the bright limb; 21-34 the
-/// physical-ephemeris block, -1.0 where not computed; 35 apparent diameter
-/// (arcseconds); 36 visual magnitude; 37 the magnitude in tenths,
-/// floor(m x 10 + 0.5), as a 32-bit integer at the start of the slot.
-/// Fields 35-37 mean nothing for code -3. Returns 1, or 0 for an unknown
-/// code or a null pointer (nothing written).
+// The Earth stays at the instant during the light-time loop and the observer
+// is subtracted after it; the ring term is taken at the retarded instant.
 extern "C" int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, BodyPos *out) {
     if (!planet::ValidCode(code) || !t || !sunPos || !out) return 0;
+    using namespace body::planet_slot;
     double *f = out->f;
     const double jde = t->jde;
+    const auto source = [code](double when, double v[3]) {
+        planet::HelioVector(code, when, v);
+        return true;
+    };
     double h[3];
-    planet::HelioVector(code, jde, h);
-    f[10] = h[0];
-    f[11] = h[1];
-    f[12] = h[2];
-    f[16] = planet::Norm(h);
-    double w[3];
-    planet::Rotate(t->precFromJ2000, h, w);
-    planet::Rotate(t->eqToEcl, w, &f[13]);
+    source(jde, h);
+    body::SetVec(*out, kHelio, h);
+    body::EclipticOfDate(*t, h, body::Vec(*out, kHelioEcliptic));
+    f[kHelioDistance] = planet::Norm(h);
 
-    const double E[3] = {sunPos->f[7], sunPos->f[8], sunPos->f[9]};
-    double g[3] = {h[0] - E[0], h[1] - E[1], h[2] - E[2]};
-    f[17] = planet::Norm(g);
+    // Light time: the Earth stays at the instant; the observer is added after.
+    const double *e = body::Vec(*sunPos, body::sun_slot::kEarthHelio);
+    const double E[3] = {e[0], e[1], e[2]};
+    const double g[3] = {h[0] - E[0], h[1] - E[1], h[2] - E[2]};
+    f[kGeoDistance] = planet::Norm(g);
+    const body::LightTimeRule rule{f[kGeoDistance], body::kOneSecond, body::NonFinite::kIterate, body::kMaxLightPasses};
+    body::Retarded r;
+    body::LightTime(jde, E, nullptr, rule, source, &r);
+    body::SetVec(*out, kHelioRetarded, r.position);
 
-    // Light time: the Earth stays at the instant.
-    double d = f[17], hr[3] = {h[0], h[1], h[2]};
-    double tau = 0.0;
-    for (int k = 0; k < planet::kMaxLightIterations; ++k) {
-        tau = d * planet::kLightDays;
-        planet::HelioVector(code, jde - tau, hr);
-        for (int i = 0; i < 3; ++i) g[i] = hr[i] - E[i];
-        const double d1 = planet::Norm(g);
-        const bool done = std::fabs(d - d1) * planet::kLightDays <= planet::kLightTolerance;
-        d = d1;
-        if (done) break;
-    }
-    f[7] = hr[0];
-    f[8] = hr[1];
-    f[9] = hr[2];
-
-    const double s[3] = {g[0] - t->obsPos[0], g[1] - t->obsPos[1], g[2] - t->obsPos[2]};
-    const double delta = planet::Norm(s);
-    f[6] = delta;
-    const double u[3] = {s[0] / delta, s[1] / delta, s[2] / delta};
-    planet::ToAngles(u, &f[0], &f[1]);
-    double m[3], ecl[3], n[3];
-    planet::Rotate(t->precFromJ2000, u, m);
-    planet::Rotate(t->eqToEcl, m, ecl);
-    planet::ToAngles(ecl, &f[4], &f[5]);
-    planet::Rotate(t->nutMtx, m, n);
-    AnnualAberration(t, n, 1, n);
-    planet::ToAngles(n, &f[2], &f[3]);
+    const double s[3] = {r.relative[0] - t->obsPos[0], r.relative[1] - t->obsPos[1], r.relative[2] - t->obsPos[2]};
+    body::FillHead(*t, s, body::AngleRule::kAtan2, out);
+    const double delta = f[body::kDistance];
 
     double ring = 0.0;
     if (code == 4) {
-        double lb[2], r;
-        CalcPlanetLbr(4, jde - tau, lb, &r);
-        ring = planet::SaturnRingTerm(t->t2, f[4], f[5], lb[0], lb[1], r);
+        double lb[2], rs;
+        CalcPlanetLbr(4, jde - r.lightTime, lb, &rs);
+        ring = planet::SaturnRingTerm(t->t2, f[body::kEclLon], f[body::kEclLat], lb[0], lb[1], rs);
     }
-    for (int k = 20; k < 34; ++k) f[k] = -1.0;
+    body::FillSlots(kPhysicalFirst, kDiameter, -1.0, out);
     if (code >= 0) {
-        f[35] = planet::Magnitude(code, f[16], delta, sunPos->f[6], ring);
-        f[34] = 2.0 * planet::kMagDiameter[code].s0 / delta;
+        body::SetMagnitude(planet::Magnitude(code, f[kHelioDistance], delta, sunPos->f[body::kDistance], ring),
+                           kMagnitude, kMagnitudeTenths, out);
+        f[kDiameter] = 2.0 * planet::kMagDiameter[code].s0 / delta;
     } else {
-        f[35] = 0.0;
-        f[34] = 0.0;
+        body::SetMagnitude(0.0, kMagnitude, kMagnitudeTenths, out);
+        f[kDiameter] = 0.0;
     }
-    const double tenths = std::floor(f[35] * 10.0 + 0.5);
-    out->i[72] = static_cast<int32_t>(tenths);
-    out->i[73] = 0;
-    GetPhase(sunPos, sunPos->f[6], out, f[6], &f[18], &f[19]);
+    body::SetPhase(*sunPos, delta, kIlluminated, kLimbAngle, out);
     return 1;
 }

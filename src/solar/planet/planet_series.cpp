@@ -37,10 +37,6 @@ namespace kvx::planet {
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
-constexpr double kJ1900 = 2415020.0;
-constexpr double kCentury = 36525.0;
-
 double CosSum(const SeriesTerm *t, int n, double T) {
     double s = 0.0;
     for (int k = 0; k < n; ++k) s += (t[k].a + t[k].b * T) * std::cos(DegToRad(t[k].phase + t[k].rate * T));
@@ -54,7 +50,7 @@ double SinSum(const SeriesTerm *t, int n, double T) {
 }
 
 void Mercury(double jde, double lbr[3]) {
-    const double T = (jde - kJ2000) / kCentury;
+    const double T = (jde - kJ2000) / kDaysPerCentury;
     double l = 252.2502 + 149474.0714 * T;
     l += (23.4405 + 0.0023 * T) * std::cos(DegToRad(84.7947 + 149472.5153 * T));
     l += (2.9818 + 0.0006 * T) * std::cos(DegToRad(259.589 + 298945.031 * T));
@@ -69,7 +65,7 @@ void Mercury(double jde, double lbr[3]) {
 }
 
 void Venus(double jde, double lbr[3]) {
-    const double T = (jde - kJ1900) / kCentury;
+    const double T = (jde - kJ1900) / kDaysPerCentury;
     const VenusCore &c = kVenusCore;
     const double S = SinSum(kVenusPhase, kVenusPhaseCount, T);
     double l = c.L0 + c.L1 * T + c.L2 * T * T;
@@ -81,7 +77,7 @@ void Venus(double jde, double lbr[3]) {
 }
 
 void Jupiter(double jde, double lbr[3]) {
-    const double T = (jde - kJ1900) / kCentury;
+    const double T = (jde - kJ1900) / kDaysPerCentury;
     const JupiterCore &c = kJupiterCore;
     const double L = c.L0 + c.L1 * T + c.L2 * T * T + SinSum(kJupiterMeanLon, kJupiterMeanLonCount, T);
     const double w = c.w0 + c.w1 * T;

@@ -21,8 +21,6 @@ namespace kvx::sun {
 
 namespace {
 
-constexpr double kArcsecToRad = 4.84813681109536e-6;
-
 inline double SinD(double a) { return std::sin(DegToRad(a)); }
 inline double CosD(double a) { return std::cos(DegToRad(a)); }
 
@@ -89,8 +87,8 @@ const double kB1950ToJ2000[9] = {
 };
 
 void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
-    const double t = jde - 2415020.0;  // days from 1900 January 0.5
-    const double T = t / 36525.0;
+    const double t = jde - kJ1900;  // days from 1900 January 0.5
+    const double T = t / kDaysPerCentury;
     const double T2 = T * T;
     const double T3 = T2 * T;
 
@@ -196,7 +194,7 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
 void NewcombEquatorOfDate(double jde, double v[3]) {
     double l, b, R;
     NewcombEclipticOfDate(jde, &l, &b, &R);
-    const double T = (jde - 2415020.0) / 36525.0;
+    const double T = (jde - kJ1900) / kDaysPerCentury;
     const double eps = 23.45229444 - 0.0130125 * T - 1.6389e-6 * T * T + 5.0278e-7 * T * T * T;
     const double se = SinD(eps), ce = CosD(eps);
     const double sb = SinD(b), cb = CosD(b), sl = SinD(l), cl = CosD(l);
@@ -207,7 +205,7 @@ void NewcombEquatorOfDate(double jde, double v[3]) {
 
 void ShortEclipticOfDate(double jde, double *lon, double *r) {
     // The epoch is 1900 January 1.0 (one day after the full theory's).
-    const double T = (jde - 2415021.0) / 36525.0;
+    const double T = (jde - 2415021.0) / kDaysPerCentury;
     const double L = vec3::Reduce360(280.6824 + 36000.769325 * T + 0.000722222 * T * T);
     const double G = vec3::Reduce360(281.2206 + 1.717697 * T + 0.000483333 * T * T + 2.77777e-6 * T * T * T);
     // The eccentricity polynomial is held at its values of the range ends.

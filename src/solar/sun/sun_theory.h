@@ -25,6 +25,5 @@ void ShortEclipticOfDate(double jde, double *lon, double *r);
 // The fixed rotation from the mean equator and equinox of B1950.0 to J2000.0
 // (the tabulated IAU 1976 precession between the two epochs), row by row.
 extern const double kB1950ToJ2000[9];
-inline constexpr double kB1950Jd = 2433282.42346;
 
 }  // namespace kvx::sun

@@ -1,0 +1,26 @@
+// Names of the calendar codes the library returns (holiday kinds, solar-term
+// identifiers) and the small formatting shared by the calendar commands.
+#pragma once
+
+#include <string>
+
+#include "cli.h"
+
+namespace kvx::cli {
+
+// "English name (romanized Japanese)"; "" for an unknown code.
+const char *HolidayName(int kind);
+const char *TermName(int identifier);
+
+// A whole year from a positional argument: throws UsageError outside
+// -100000..100000.
+int ParseYear(const std::string &text);
+
+// "2025-06-01"
+std::string DateText(int year, int month, int day);
+// Three-letter weekday of a civil date ("Sun").
+const char *WeekdayShort(int year, int month, int day);
+// A lunisolar month as shown: "5", or "L5" for the leap month after 5.
+std::string OldMonthText(int month);
+
+}  // namespace kvx::cli

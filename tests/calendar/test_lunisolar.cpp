@@ -1,0 +1,344 @@
+// The lunisolar calendar: month starts and numbers 1900-2100 against an
+// independent derivation from Swiss Ephemeris (UTC+9) and against
+// lunar-javascript's Chinese calendar where the two calendars agree; the
+// key-year table, leap months, the conversions' quirks and the zone cache.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kvxlib.h"
+#include "test_support.h"
+
+namespace {
+
+using kvx::test::Reference;
+
+// A lunisolar month by its first civil day (a Julian date ending in .5).
+struct Month {
+    double start;
+    int number;
+};
+
+// The table of key year K in zone tz, built through a conversion in June.
+std::vector<Month> KeyTable(int key, double tz) {
+    const ADate civil{key, 6, 15, 0, 0, 0.0, tz};
+    ADate old{};
+    Calender_NewToOld(&civil, &old);
+    std::vector<Month> out;
+    Month l{};
+    for (int i = 0; Calender_GetTable(i, &l.start, &l.number) == i; ++i) out.push_back(l);
+    return out;
+}
+
+std::string DateText(double jd) {
+    ADate d;
+    JdToDate2(jd, &d);
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", d.year, d.month, d.day);
+    return buf;
+}
+
+// Month and day of a civil day in a list of months sorted by start; false
+// outside the list.
+bool Locate(const std::vector<Month> &months, double jd, int *number, int *day) {
+    for (std::size_t i = 0; i + 1 < months.size(); ++i)
+        if (months[i].start <= jd && jd < months[i + 1].start) {
+            *number = months[i].number;
+            *day = static_cast<int>(jd - months[i].start) + 1;
+            return true;
+        }
+    return false;
+}
+
+// Consecutive civil days on which the library and a reference disagree.
+struct Run {
+    double first, last;
+    int libMonth, refMonth;
+};
+
+// Every civil day from 1900-01-01 to 2100-11-30 (the last day the key-year
+// 2100 table serves) converted by the library in UTC+9 and compared, for
+// the days `use` accepts, with the reference months.
+std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<bool(double)> &use) {
+    std::vector<Run> runs;
+    const double first = CalcJd(1900, 1, 1), last = CalcJd(2100, 11, 30);
+    for (double jd = first; jd <= last; jd += 1.0) {
+        int y, m;
+        double d;
+        JdToDate(jd, &y, &m, &d);
+        const ADate civil{y, m, static_cast<int>(d), 0, 0, 0.0, 9.0};
+        ADate old{0, 0, 0, 0, 0, 0.0, 0.0};
+        Calender_NewToOld(&civil, &old);
+        int refMonth = 0, refDay = 0;
+        if (!Locate(ref, jd, &refMonth, &refDay) || (use && !use(jd))) continue;
+        if (old.month == refMonth && old.day == refDay) continue;
+        if (!runs.empty() && runs.back().last == jd - 1.0)
+            runs.back().last = jd;
+        else
+            runs.push_back({jd, jd, old.month, refMonth});
+    }
+    return runs;
+}
+
+std::vector<Month> SweMonths(std::vector<double> *newMoonMargin = nullptr, std::vector<int> *agreesUtc8 = nullptr) {
+    const Reference swe("lunisolar_swe.txt", {"start", "month", "nm_margin", "term_margin", "agrees_utc8"});
+    std::vector<Month> out;
+    for (const auto &row : swe) {
+        out.push_back({row["start"], static_cast<int>(row["month"])});
+        if (newMoonMargin) newMoonMargin->push_back(row["nm_margin"]);
+        if (agreesUtc8) agreesUtc8->push_back(static_cast<int>(row["agrees_utc8"]));
+    }
+    return out;
+}
+
+// Where the library's months differ from the derivation from Swiss
+// Ephemeris, and why. A run is identified by its first and last civil day.
+struct Expected {
+    const char *first;
+    const char *last;
+    double newMoonMinutes;  // the new moon's distance from midnight, when that is the cause
+    const char *reason;
+};
+const Expected kSweDifferences[] = {
+    {"1908-09-25", "1908-10-24", 0.9,
+     "new moon 0.9 min after midnight; the built-in Moon (about 20 s) and the Delta T models (1908: "
+     "several seconds) place it just before, so the month starts a day later"},
+    {"1984-11-23", "1984-12-21", 0.0,
+     "key-year tables: leap month 10 of 1984 is never numbered; the 1984 table counts 12 lunations from month 10 "
+     "of 1983 to month 10 of 1984 and calls the lunation month 11; the 1985 table (used from December) starts "
+     "with it and, holding the 240-degree term of 1984 before it, calls it month 10"},
+    {"2074-08-22", "2074-09-20", 0.2,
+     "new moon 0.2 min after midnight of 23 August; the library's instant falls before midnight (Delta T "
+     "extrapolated 50 years differs by about a minute), the month starts on 22 August"},
+    {"2097-01-13", "2097-02-11", 1.6,
+     "new moon 1.6 min after midnight of 14 January; Delta T extrapolated to 2097 (library's polynomial vs "
+     "Swiss Ephemeris) differs by more than that"},
+};
+
+void ExpectRuns(const std::vector<Run> &runs, const Expected *expected, std::size_t count, const char *what) {
+    std::vector<bool> seen(count, false);
+    for (const auto &r : runs) {
+        bool listed = false;
+        for (std::size_t k = 0; k < count; ++k)
+            if (DateText(r.first) == expected[k].first && DateText(r.last) == expected[k].last) listed = seen[k] = true;
+        EXPECT_TRUE(listed) << what << ": unexpected difference " << DateText(r.first) << ".." << DateText(r.last)
+                            << " library month " << r.libMonth << ", reference " << r.refMonth;
+        std::printf("[ measured ] %s: %s..%s library month %d, reference %d\n", what, DateText(r.first).c_str(),
+                    DateText(r.last).c_str(), r.libMonth, r.refMonth);
+    }
+    for (std::size_t k = 0; k < count; ++k)
+        EXPECT_TRUE(seen[k]) << what << ": listed difference " << expected[k].first << " no longer occurs";
+}
+
+TEST(LunisolarReference, SwissEphemerisDerivation1900To2100) {
+    std::vector<double> margin;
+    const auto swe = SweMonths(&margin);
+    ASSERT_GT(swe.size(), 2480u);
+    // Each new-moon difference is one the derivation itself puts within two
+    // minutes of midnight: closer than the two time scales can separate.
+    for (const auto &e : kSweDifferences) {
+        if (e.newMoonMinutes == 0.0) continue;
+        bool found = false;
+        for (std::size_t i = 0; i < swe.size(); ++i)
+            if (std::fabs(margin[i] - e.newMoonMinutes) < 0.05 && margin[i] < 2.0) found = true;
+        EXPECT_TRUE(found) << e.first << " " << e.newMoonMinutes;
+    }
+    ExpectRuns(CompareDays(swe, nullptr), kSweDifferences, std::size(kSweDifferences), "Swiss Ephemeris");
+}
+
+// lunar-javascript's Chinese calendar (UTC+8), on the days where the
+// derivation gives the same months in UTC+8 and UTC+9.
+const Expected kChineseDifferences[] = {
+    {"1908-09-25", "1908-10-24", 0.0, "the library's new moon at midnight (as above)"},
+    {"1984-11-23", "1984-12-21", 0.0, "key-year tables (as above)"},
+    {"2097-08-07", "2097-09-05", 0.0,
+     "new moon 1 min after midnight in UTC+8 (61 min in UTC+9); lunar-javascript's own instant falls before "
+     "midnight and starts its month 7 a day earlier"},
+};
+
+TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
+    std::vector<int> agrees;
+    const auto swe = SweMonths(nullptr, &agrees);
+    const Reference ljs("lunar_javascript.txt", {"year", "month", "day", "lunar_month"});
+    std::vector<Month> chinese;
+    for (const auto &row : ljs)
+        chinese.push_back({CalcJd(row["year"], row["month"], row["day"]), static_cast<int>(row["lunar_month"])});
+    ASSERT_GT(chinese.size(), 2480u);
+    int used = 0;
+    const auto runs = CompareDays(chinese, [&](double jd) {
+        for (std::size_t i = 0; i + 1 < swe.size(); ++i)
+            if (swe[i].start <= jd && jd < swe[i + 1].start) {
+                const bool same = agrees[i] && agrees[i + 1];
+                used += same;
+                return same;
+            }
+        return false;
+    });
+    EXPECT_GT(used, 65000);  // of 73,383 days
+    ExpectRuns(runs, kChineseDifferences, std::size(kChineseDifferences), "lunar-javascript");
+}
+
+ADate Old(int year, int month, int day, double tz = 9.0) { return ADate{year, month, day, 0, 0, 0.0, tz}; }
+int NewToOld(ADate civil, ADate *old) { return Calender_NewToOld(&civil, old); }
+int OldToNew(ADate old, ADate *civil) { return Calender_OldToNew(&old, civil); }
+
+TEST(LunisolarCalendar, KeyYearTableSpansNovemberToFebruary) {
+    const auto t = KeyTable(2024, 9.0);
+    ASSERT_GE(t.size(), 16u);
+    ASSERT_LE(t.size(), 17u);
+    EXPECT_GE(t.front().start, CalcJd(2023, 11, 1));
+    EXPECT_LT(t.front().start, CalcJd(2023, 12, 1));
+    EXPECT_LT(t.back().start, CalcJd(2025, 3, 1));
+    EXPECT_GE(t.back().start, CalcJd(2025, 2, 1));
+    for (std::size_t i = 1; i < t.size(); ++i) {
+        const double gap = t[i].start - t[i - 1].start;
+        EXPECT_TRUE(gap == 29.0 || gap == 30.0) << DateText(t[i].start);
+    }
+    double s;
+    int m;
+    EXPECT_EQ(Calender_GetTable(static_cast<int>(t.size()), &s, &m), -1);
+    EXPECT_EQ(Calender_GetTable(-1, &s, &m), -1);
+}
+
+TEST(LunisolarCalendar, DecemberUsesNextKeyYearAndEarlyMonthsTheLastOldYear) {
+    // 2023-12-13 is the first day of old month 11 of 2023, read from the
+    // key-year 2024 table.
+    ADate old{};
+    EXPECT_EQ(NewToOld(Old(2023, 12, 13), &old), 11);
+    EXPECT_EQ(old.year, 2023);
+    EXPECT_EQ(old.month, 11);
+    EXPECT_EQ(old.day, 1);
+    double start;
+    int month;
+    ASSERT_EQ(Calender_GetTable(0, &start, &month), 0);
+    EXPECT_LT(start, CalcJd(2023, 12, 1));
+    EXPECT_GE(start, CalcJd(2023, 11, 1));
+    // 2024-01-15 is 5 December of old year 2023: the result is that year.
+    EXPECT_EQ(NewToOld(Old(2024, 1, 15), &old), 2023);
+    EXPECT_EQ(old.year, 2023);
+    EXPECT_EQ(old.month, 12);
+    EXPECT_EQ(old.day, 5);
+    // 2024-02-10 is the new year: 1 January 2024.
+    EXPECT_EQ(NewToOld(Old(2024, 2, 10), &old), 1);
+    EXPECT_EQ(old.year, 2024);
+    EXPECT_EQ(old.day, 1);
+}
+
+TEST(LunisolarCalendar, LeapMonthOf2023AndTheSolsticeLeapOf2033) {
+    ADate old{}, civil{};
+    // 2023: leap month after month 2, from 22 March to 19 April.
+    EXPECT_EQ(NewToOld(Old(2023, 3, 22), &old), 2);
+    EXPECT_EQ(old.month, -2);
+    EXPECT_EQ(old.day, 1);
+    EXPECT_EQ(NewToOld(Old(2023, 4, 20), &old), 3);
+    EXPECT_EQ(old.day, 1);
+    EXPECT_EQ(OldToNew(Old(2023, -2, 15), &civil), 5);
+    EXPECT_EQ(civil.year, 2023);
+    EXPECT_EQ(civil.month, 4);
+    EXPECT_EQ(civil.tz, 9.0);
+    // Exactly one leap month among the months in use for 2023.
+    int leaps = 0;
+    for (const auto &l : KeyTable(2023, 9.0)) leaps += l.number < 0;
+    EXPECT_EQ(leaps, 1);
+    // 2033: the lunation of 22 November holds both 240 and 270 degrees and
+    // stays month 11; the next, without a principal term, is leap 11.
+    EXPECT_EQ(NewToOld(Old(2033, 12, 22), &old), 11);
+    EXPECT_EQ(old.month, -11);
+    EXPECT_EQ(NewToOld(Old(2033, 12, 21), &old), 11);
+    EXPECT_EQ(old.month, 11);
+    EXPECT_EQ(old.day, 30);
+}
+
+TEST(LunisolarCalendar, OldToNewFindsOnlyExistingMonths) {
+    ADate civil{1, 1, 1, 0, 0, 0.0, 0.0};
+    // 2024 has no leap month 5: civil month 0 signals it, year and day stay.
+    OldToNew(Old(2024, -5, 1), &civil);
+    EXPECT_EQ(civil.month, 0);
+    EXPECT_EQ(civil.year, 1);
+    EXPECT_EQ(civil.day, 1);
+    // Month 11 of old year 2024 is read from the key-year 2025 table.
+    EXPECT_EQ(OldToNew(Old(2024, 11, 1), &civil), 1);
+    EXPECT_EQ(civil.year, 2024);
+    EXPECT_EQ(civil.month, 12);
+    // Round trip over a year in the same record.
+    for (double jd = CalcJd(2025, 1, 1); jd < CalcJd(2026, 1, 1); jd += 1.0) {
+        ADate d;
+        JdToDate2(jd, &d);
+        d.tz = 9.0;
+        ADate r = d;
+        Calender_NewToOld(&r, &r);
+        Calender_OldToNew(&r, &r);
+        EXPECT_EQ(r.year * 10000 + r.month * 100 + r.day, d.year * 10000 + d.month * 100 + d.day);
+    }
+}
+
+TEST(LunisolarCalendar, CacheIgnoresTheZone) {
+    const auto tokyo = KeyTable(2026, 9.0);
+    // The same key year from another zone is answered from the Tokyo table.
+    ADate old{};
+    NewToOld(Old(2026, 7, 1, -10.0), &old);
+    EXPECT_EQ(old.tz, -10.0);
+    double s;
+    int m;
+    for (std::size_t i = 0; i < tokyo.size(); ++i) {
+        ASSERT_EQ(Calender_GetTable(static_cast<int>(i), &s, &m), static_cast<int>(i));
+        EXPECT_EQ(s, tokyo[i].start);
+    }
+    // A new key year is built in the zone of its request: the new moon of
+    // 2027-01-08 at 05:24 JST falls on 7 January at UTC-10.
+    NewToOld(Old(2027, 3, 1, -10.0), &old);
+    bool found = false;
+    for (int i = 0; Calender_GetTable(i, &s, &m) == i; ++i) found |= s == CalcJd(2027, 1, 7);
+    EXPECT_TRUE(found);
+}
+
+TEST(LunisolarCalendar, DayAboveThirtyLosesThirty) {
+    // Outside the Moon-phase series (before JD 1356173) the daily-sample
+    // search skips a month whose first crossing falls before it; the table
+    // then has a two-lunation gap, and days past 30 wrap to 1.
+    bool tested = false;
+    for (int key = -1200; key > -1300 && !tested; --key) {
+        const auto t = KeyTable(key, 0.0);
+        for (std::size_t i = 0; i + 2 < t.size() && !tested; ++i) {
+            if (t[i + 1].start - t[i].start < 45.0) continue;
+            const double jd = t[i].start + 35.0;  // day 36 of the lunation
+            int y, mo;
+            double d;
+            JdToDate(jd, &y, &mo, &d);
+            if (mo == 12 || y != key) continue;  // must select this key year
+            ADate old{};
+            NewToOld(Old(y, mo, static_cast<int>(d), 0.0), &old);
+            EXPECT_EQ(old.day, 6);
+            EXPECT_EQ(old.month, t[i].number);
+            tested = true;
+        }
+    }
+    EXPECT_TRUE(tested) << "no table with a skipped lunation found";
+}
+
+TEST(LunisolarCalendar, NullAndAbsurdInputs) {
+    ADate old{};
+    EXPECT_EQ(Calender_NewToOld(nullptr, &old), 0);
+    EXPECT_EQ(NewToOld(Old(2024, 1, 1), nullptr), 0);
+    EXPECT_EQ(Calender_OldToNew(nullptr, &old), 0);
+    for (const int year : {INT32_MIN, -200000, 200000, INT32_MAX}) {
+        old = Old(0, 7, 7);
+        NewToOld(Old(year, 12, 31), &old);
+        EXPECT_EQ(old.month, 7);  // empty table: left as it was
+        EXPECT_EQ(Calender_GetTable(0, nullptr, nullptr), -1);
+        ADate civil{};
+        OldToNew(Old(year, 11, 1), &civil);
+        EXPECT_EQ(civil.month, 0);
+    }
+    old = Old(0, 7, 7);
+    NewToOld(Old(2024, 5, 5, NAN), &old);
+    NewToOld(Old(2024, 5, 5, 9.0), &old);
+    EXPECT_EQ(old.tz, 9.0);
+}
+
+}  // namespace
