@@ -1173,6 +1173,198 @@ KVX_API int32_t IsValidMeteorFile(void);
 
 /* end of: Meteor showers */
 
+/* ======================================================================
+ * Artificial satellites: two-line elements        (src/asat/tle.cpp)
+ * ====================================================================== */
+
+/* A NORAD two-line element set as text: the name line, line 1 and line 2,
+ * each NUL-terminated within its 71 bytes (69 characters of a standard
+ * element line fit). 213 bytes. */
+typedef struct TleLines {
+    char name[71];
+    char line1[71];
+    char line2[71];
+} TleLines;
+
+/* Elements of one artificial satellite, as ASatTleToElm cuts them from the
+ * text (columns numbered from 1, both ends included). Natural C layout,
+ * 328 bytes. */
+typedef struct Elm {
+    char name[70];           /* name line without trailing blanks            */
+    int32_t catalogNumber;   /* line 1 cols 3-7                              */
+    int32_t launchYear;      /* line 1 cols 10-11, two digits as written     */
+    int32_t launchNumber;    /* line 1 cols 12-14                            */
+    char launchPiece[3];     /* line 1 cols 15-17, not terminated            */
+    double inclination;      /* radians                                      */
+    double raan;             /* right ascension of the ascending node, rad   */
+    double eccentricity;
+    double argPerigee;       /* argument of perigee, radians                 */
+    double meanAnomaly;      /* radians                                      */
+    double meanMotion;       /* radians per minute (Kozai mean motion)       */
+    int32_t revNumber;       /* revolution number at epoch                   */
+    double epoch;            /* Julian date (UTC) of the element epoch       */
+    double reserved;         /* not written by ASatTleToElm                  */
+    double ndot;             /* line 1 cols 34-43 as written (rev/day^2 / 2) */
+    double bstar;            /* drag term, 1/Earth radii                     */
+    char ephemerisType[2];   /* line 1 col 63 and a NUL                      */
+    int32_t elementSetNumber;/* line 1 cols 65-68                            */
+    char line1[71];          /* first 70 bytes of line 1, NUL-terminated     */
+    char line2[71];          /* first 70 bytes of line 2, NUL-terminated     */
+} Elm;
+
+/* Cuts a two-line element set into an Elm: fixed columns, converted like
+ * strtol/strtod (leading blanks skipped, stops at the first character that
+ * is not part of the number); nothing is validated, so garbage gives zeros.
+ * Line numbers and checksums are not read: callers that take text from
+ * outside should check them first. Epoch years 00-49 are 2000-2049, 50-99
+ * are 1950-1999. bstar = cols 54-59 (an implied-decimal mantissa) times
+ * 10^(cols 60-61 - 5). Does nothing for a null pointer. The return value
+ * carries no status (always 1). */
+KVX_API int32_t ASatTleToElm(const TleLines *input, Elm *output);
+/* 1 when elm may be used at the universal-time Julian date jd, else 0 (and
+ * 0 for a null elm, a NaN jd or |jd| >= 1e9): 0 before 1 January of the launch year (launch years
+ * 00-55 are 2000-2055, 56-99 are 1956-1999); with bstar >= 0.0001 and a
+ * perigee quantity q = 42241.09773 n^-1.5 (1 - e) below 680 (n in rev/day)
+ * the set also expires after an empirical drag lifetime of
+ * max(1, (q < 650 ? 0.75 q - 474.5 : 3 q - 1920) / bstar / 1440) days on
+ * either side of the epoch. */
+KVX_API int32_t ASatIsElmValid(double jd, const Elm *elm);
+
+/* end of: Artificial satellites: two-line elements */
+
+/* ======================================================================
+ * Artificial satellites: orbit propagation   (src/asat/sgp4.cpp,
+ *                                             src/asat/sgp4_full.cpp)
+ * ====================================================================== */
+
+/* Position (km) and velocity (km/s) of a satellite at the universal-time
+ * Julian date jd with the near-Earth SGP4 model of Spacetrack Report No. 3
+ * (GM = 398600.44 km^3/s^2, Earth radius 6378.137 km, J2 = 1.082629e-3,
+ * J3 = -2.54e-6, J4 = -1.62e-6). Every element set is run through the
+ * near-Earth equations whatever its period: geostationary, navigation and
+ * Molniya orbits drift by tens to hundreds of km from their true places;
+ * use CalcASatFull for them. Frame: the model's true equator and mean
+ * equinox of date (TEME; see ASatAppToJ2000). Returns 1, or 0 (outputs not
+ * written) when ASatIsElmValid rejects jd, the propagated eccentricity
+ * leaves the unit range or the state is not finite. Either output may be
+ * null. */
+KVX_API int32_t CalcASat(double jd, const Elm *elm, double *position, double *velocity);
+/* Two element sets of one satellite blended linearly by epoch: both are
+ * propagated with CalcASat and mixed with f = (jd - first->epoch) /
+ * (second->epoch - first->epoch) (f outside 0..1 extrapolates). A null
+ * second uses the first alone; a null first gives 0. Returns 1, or 0 when a
+ * propagation fails. Either output may be null. */
+KVX_API int32_t CalcASat2(double jd, const Elm *first, const Elm *second, double *position, double *velocity);
+/* The complete SGP4/SDP4 of Vallado, Crawford, Hujsak and Kelso (2006,
+ * "Revisiting Spacetrack Report #3", AIAA 2006-6753) with WGS-72 constants:
+ * deep-space secular and periodic lunar-solar terms and the 12 h and 24 h
+ * resonances for periods of 225 minutes and more; agrees with the
+ * published reference code to the millimetre. Same frame, units and null
+ * rules as CalcASat, but no lifetime test (ASatIsElmValid is the caller's
+ * choice). Returns 1, or 0 when the model fails (eccentricity out of range,
+ * decayed: radius below one Earth radius, non-finite state). */
+KVX_API int32_t CalcASatFull(double jd, const Elm *elm, double *position, double *velocity);
+
+/* end of: Artificial satellites: orbit propagation */
+
+/* ======================================================================
+ * Artificial satellites: observation and passes  (src/asat/geometry.cpp,
+ *                                                 src/asat/passes.cpp)
+ * Inertial vectors are km on the propagator's equator and equinox of date,
+ * turned to the Earth by the Greenwich mean sidereal angle (IAU 1982, no
+ * polar motion); the Earth is the GRS80 ellipsoid. Julian dates are UT.
+ * ====================================================================== */
+
+/* A geodetic place: latitude (deg, north +), longitude (deg, east +),
+ * height above the ellipsoid (m). 24 bytes. */
+typedef struct Lla {
+    double latitude;
+    double longitude;
+    double height;
+} Lla;
+
+/* Inertial position (km) of a place on the rotating Earth at jd. Null
+ * pointers do nothing. */
+KVX_API void ASatLlaToXyz(double jd, const Lla *place, double *xyz);
+/* Geodetic place under an inertial position (km) at jd: longitude 0..360
+ * east, latitude iterated on the ellipsoid until it changes by less than
+ * 1e-12 rad (at most 50 passes), height in m. The Earth's centre gives
+ * latitude 0, longitude 0 and height -6378137. Null pointers do nothing. */
+KVX_API void ASatXyzToLla(double jd, const double *xyz, Lla *place);
+/* Look angles of a satellite at inertial position satXyz (km) from an
+ * observer at jd: azimuth in RADIANS from the north through the east,
+ * 0..2 pi; elevation in RADIANS (geometric, from the ellipsoid's horizon,
+ * no refraction), -pi/2..pi/2; range in km. Each output may be null.
+ * Returns 1, or 0 for a null observer or satXyz (nothing written). A
+ * satellite exactly at the observer gives azimuth 0, elevation 0, range 0. */
+KVX_API int32_t ASatLookAngle(double jd, const Lla *observer, const double *satXyz, double *azimuth, double *elevation, double *range);
+/* Turns a vector of the propagator's frame of date (dc, three doubles, any
+ * length) to the J2000.0 mean equator in place, using t's obliquity,
+ * nutation in longitude and precession: the equation of the equinoxes and
+ * then precession; the small nutation of the pole is not removed (the
+ * model's equator is taken as the mean equator of date). Returns dc (null
+ * when t or dc is null, nothing changed). */
+KVX_API double *ASatAppToJ2000(const ATime *t, double *dc);
+/* J2000.0 right ascension and declination (out, degrees) of the horizon
+ * direction azimuth (from the north through the east) and altitude
+ * (degrees) seen by observer at jd, through Coordinates' geometric horizon
+ * (no refraction). Null observer: the centre of the Earth. */
+KVX_API void ASatHrzToAd(double jd, const Observer *observer, double azimuth, double altitude, Ad *out);
+/* J2000.0 direction (out, degrees) from observer to an Earth-fixed point
+ * at geocentric longitude, latitude (degrees) and distance from the
+ * Earth's centre (km), e.g. a satellite's sub-point and radius. The
+ * observer is placed at the radius of the IAU 1964 figure (a = 6378.140 km)
+ * but at its geodetic latitude taken as the geocentric one: up to 21 km
+ * (at 45 degrees) from its true place, so the direction of a point 2000 km
+ * away can be off by 0.6 degree; exact at the equator and the poles. Null
+ * observer or out: nothing. */
+KVX_API void ASatLLDToAd(double jd, const Observer *observer, double longitude, double latitude, double distanceKm, Ad *out);
+/* How deep a satellite stands in the Earth's shadow: 1 fully shadowed, 0
+ * lit, in between across the outer 0.5 % of the shadow radius. Both vectors
+ * are from the Sun in AU on the same axes (satellite, Earth centre). The
+ * shadow is a cone from the Earth's equatorial radius to a point 1.5
+ * million km behind the Earth. Null pointers give 0. */
+KVX_API double ASatEarthShadow(const double *satFromSun, const double *earthFromSun);
+
+/* One event of a satellite pass. 24 bytes (4 bytes of padding after kind). */
+typedef struct ASatPassEvent {
+    int32_t kind;     /* 1 rise, 2 culmination, 3 set */
+    double jd;        /* universal-time Julian date */
+    double altitude;  /* geometric altitude of the satellite, degrees */
+} ASatPassEvent;
+#define KVX_ASAT_RISE 1
+#define KVX_ASAT_CULMINATION 2
+#define KVX_ASAT_SET 3
+
+/* Flags of ASatRiseSet2. */
+#define KVX_ASAT_VISIBLE 1     /* visible passes only (see ASatRiseSet2) */
+#define KVX_ASAT_FULL_MODEL 2  /* propagate with CalcASatFull, not CalcASat */
+
+/* Passes of a satellite over observer between jdStart and jdEnd (UT),
+ * written to out in time order: rise, then culmination, then set. The
+ * satellite comes from CalcASat (so only while ASatIsElmValid accepts the
+ * elements), or from CalcASatFull with KVX_ASAT_FULL_MODEL in flags (for
+ * periods of 225 minutes and more). Rise and set are where the geometric
+ * altitude crosses -h0, h0 = dip of the horizon for the observer's height
+ * (0 below the ellipsoid) plus 0.5855555 deg of refraction (35' 08"),
+ * refined to better than a second; the culmination is the highest point.
+ * Passes whose culmination is at most 0.2 - h0 degrees (grazing) or below
+ * minAltitude (degrees) are left out with their rise and set. With
+ * KVX_ASAT_VISIBLE only passes are kept during which, at one of their
+ * events or whole minutes, the satellite is not fully in the Earth's shadow
+ * (ASatEarthShadow below 1) while the Sun is more than 6 degrees below the
+ * observer's horizon. A pass cut by jdStart or jdEnd keeps the events
+ * inside the span; a satellite that never sets has culminations only. At
+ * most maxCount records are written (the earliest); the return value is
+ * the number written, so maxCount records mean there may be more after the
+ * last one. Returns 0 for null pointers, maxCount < 1 or jdEnd <= jdStart.
+ * Spans longer than 60 days are cut to 60 days. */
+KVX_API int32_t ASatRiseSet2(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude, int32_t flags, ASatPassEvent *out, int32_t maxCount);
+/* ASatRiseSet2 with flags = 0: every pass, CalcASat's model. */
+KVX_API int32_t ASatRiseSet(double jdStart, double jdEnd, const Lla *observer, const Elm *elm, double minAltitude, ASatPassEvent *out, int32_t maxCount);
+
+/* end of: Artificial satellites: observation and passes */
+
 #ifdef __cplusplus
 }
 #endif

@@ -55,6 +55,8 @@ const Command kCommands[] = {
     {"calendar", "calendar YYYY-MM [--tz H] [--json]", {"json"}, RunCalendar},
     {"holidays", "holidays YEAR [--json]", {"json"}, RunHolidays},
     {"terms", "terms YEAR [--tz H] [--json]", {"json"}, RunTerms},
+    {"sat", "sat FILE|- [--name NAME] [--days N] [--visible] [--now] [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]",
+     {"json", "visible", "now"}, RunSat},
 };
 
 // The help text is also the source of the manual page (cmake/kvx-man.cmake):
