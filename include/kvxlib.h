@@ -936,7 +936,8 @@ typedef struct JoviSatResult {
  * compares ecliptic latitude and longitude differences with Jupiter's
  * radius angle, flattened by 1.071374 towards the ecliptic poles; the
  * longitude difference is not multiplied by cos(latitude) (the disc is a
- * little wider in longitude than the planet). Clears the four flags, then
+ * little wider in longitude than the planet), nor reduced to +-180 (no
+ * flag is set while the two longitudes straddle 0/360). Clears the four flags, then
  * sets them; a null t or record leaves them cleared; a null out does
  * nothing. */
 KVX_API void JoviSatPhenomena(const ATime *t, const BodyPos *jupiter, const BodyPos *satellite, JoviSatResult *out);

@@ -20,10 +20,12 @@ constexpr int kMaxLightIterations = 50;
 
 // The satellite (l2, b2) against Jupiter (l1, b1), degrees, for Jupiter's
 // radius angle rho: inside the ellipse flattened towards the ecliptic poles.
-// The longitude difference is taken as it is, without cos(latitude).
+// The longitude difference is taken as it is: neither multiplied by
+// cos(latitude) nor wrapped, so near longitude 0/360 the two places do not
+// meet on the disc.
 bool OnDisc(double l1, double b1, double l2, double b2, double rho) {
     const double x = (b2 - b1) / rho;
-    const double y = std::remainder(l2 - l1, 360.0) / rho;
+    const double y = (l2 - l1) / rho;
     return (kFlattening * x) * (kFlattening * x) + y * y < 1.0;
 }
 
