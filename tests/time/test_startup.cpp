@@ -19,6 +19,7 @@
 #include "kvxlib.h"
 #include "platform/settings.h"
 #include "test_support.h"
+#include "time/startup.h"
 
 namespace {
 
