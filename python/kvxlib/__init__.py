@@ -11,9 +11,9 @@ kilometres); each field's unit is in its dataclass metadata ("unit").
 """
 from ._version import __version__
 from ._native import KvxError, LibraryNotFoundError
-from ._api import (PLANETS, Horizontal, MoonPhaseEvent, MoonPosition, Observer, PlanetPosition, SunPosition,
-                   Time, UnknownBodyError, batch, data_files, moon, moon_phases, planet, sun)
+from ._api import (PLANETS, Horizontal, MoonPhaseEvent, MoonPosition, Observer, PlanetPosition, RiseSet,
+                   SunPosition, Time, UnknownBodyError, batch, data_files, moon, moon_phases, planet, rise_set, sun)
 
 __all__ = ["__version__", "KvxError", "LibraryNotFoundError", "UnknownBodyError", "Observer", "Time",
-           "Horizontal", "SunPosition", "MoonPosition", "PlanetPosition", "MoonPhaseEvent", "PLANETS",
-           "sun", "moon", "planet", "moon_phases", "batch", "data_files"]
+           "Horizontal", "SunPosition", "MoonPosition", "PlanetPosition", "MoonPhaseEvent", "RiseSet", "PLANETS",
+           "sun", "moon", "planet", "rise_set", "moon_phases", "batch", "data_files"]

@@ -1,8 +1,9 @@
 """The Pythonic layer: times, observers and positions as dataclasses."""
 import ctypes
 import math
+import threading
 from dataclasses import dataclass, field
-from datetime import datetime, timedelta, timezone
+from datetime import date, datetime, timedelta, timezone, tzinfo
 from typing import List, Optional, Union
 
 from . import _native
@@ -298,6 +299,71 @@ def batch(body: Union[str, int], jde, observer: Optional[Observer] = None):
             r = p
         out.flat[k] = (r.f[2], r.f[3], r.f[0], r.f[1], r.f[6])
     return out
+
+
+@dataclass(frozen=True)
+class RiseSet:
+    """Rise, transit (upper meridian passage) and set of a body on one local
+    civil day, as aware datetimes in that day's zone; None where the body has
+    no such event that day (always up, always down, an observer at a pole)."""
+    body: str
+    rise: Optional[datetime]
+    transit: Optional[datetime]
+    set: Optional[datetime]
+
+
+# The library keeps one shared, unguarded day context for its rise/set search.
+_riseset_lock = threading.Lock()
+
+
+def rise_set(body: Union[str, int], day: Union[date, datetime], observer: Observer,
+             tz: Optional[tzinfo] = None, altitude: float = 0.0) -> RiseSet:
+    """Rise, transit and set of 'sun', 'moon' or a planet (name or code as in
+    PLANETS) on the local civil day `day` at observer.
+
+    The day runs from local midnight to the next in the zone tz (default: an
+    aware datetime's own zone, else UTC); an aware datetime stands for the
+    day that contains it in tz. altitude 0 is the standard
+    horizon: the centre 35'08" below it (refraction) plus the dip for the
+    observer's height, and for the Sun its upper limb. Any other altitude
+    (degrees, e.g. -6, -12, -18 for the Sun's twilights) is reached by the
+    geometric centre. Near the polar circles, where the body meets the
+    horizon at a grazing angle, the standard-horizon times can be minutes
+    off."""
+    if not isinstance(observer, Observer):
+        raise TypeError("rise_set needs a kvxlib.Observer")
+    if isinstance(day, datetime):
+        # An aware datetime names the local day that contains it in tz.
+        if day.tzinfo is not None and day.utcoffset() is not None:
+            tz = tz or day.tzinfo
+            day = day.astimezone(tz)
+        day = day.date()
+    elif not isinstance(day, date):
+        raise TypeError(f"expected a date or datetime, got {type(day).__name__}")
+    tz = tz or timezone.utc
+    offset = tz.utcoffset(datetime(day.year, day.month, day.day, 12))
+    hours = offset.total_seconds() / 3600.0 if offset is not None else 0.0
+    if isinstance(body, str) and body.lower() in ("sun", "moon"):
+        label, code = body.lower(), -2 if body.lower() == "sun" else -1
+    else:
+        label, code = _planet_code(body)
+        # Stars and comets need an object record, and codes the library does
+        # not know would silently give a point at 0h, 0 degrees.
+        if code not in PLANETS.values():
+            raise UnknownBodyError(f"rise_set computes the Sun, the Moon and {', '.join(PLANETS)}, not code {code}")
+    if not math.isfinite(altitude):
+        raise ValueError("altitude must be finite")
+    lib = _library()
+    obs = observer._c()
+    found = {}
+    with _riseset_lock:
+        lib.InitRiseSet(ctypes.byref(_native.ADate(day.year, day.month, day.day, 0, 0, 0.0, hours)),
+                        ctypes.byref(obs))
+        for name, event in (("rise", 1), ("transit", 2), ("set", 3)):
+            jd = ctypes.c_double()
+            if lib.GetRiseSet(hours, code, None, event, ctypes.byref(obs), altitude, ctypes.byref(jd)) == 1:
+                found[name] = Time.from_jd(jd.value).to_datetime(tz)
+    return RiseSet(body=label, rise=found.get("rise"), transit=found.get("transit"), set=found.get("set"))
 
 
 def data_files() -> dict:

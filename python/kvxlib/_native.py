@@ -79,6 +79,8 @@ _SIGNATURES = {
     "GetConstellation": (c_int32, [P(c_double), c_double]),
     "GetJplDeVersion": (c_int32, []),
     "IsValidJdtFile": (c_int32, []),
+    "InitRiseSet": (None, [P(ADate), P(Observer)]),
+    "GetRiseSet": (c_int32, [c_double, c_int32, ctypes.c_void_p, c_int32, P(Observer), c_double, P(c_double)]),
 }
 
 
