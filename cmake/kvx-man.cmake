@@ -5,6 +5,8 @@
 # sections, each a heading line ending in ':' followed by lines indented by
 # two spaces. "usage" becomes SYNOPSIS, one command per line; the other
 # sections keep their heading, in capitals, and their text.
+cmake_policy(SET CMP0007 NEW)  # keep empty lines of the help text as list elements
+
 # The library may report missing data files on stderr while it loads: not part of the page.
 execute_process(COMMAND ${KVX} --help OUTPUT_VARIABLE help RESULT_VARIABLE rc_help ERROR_QUIET)
 execute_process(COMMAND ${KVX} --version OUTPUT_VARIABLE version RESULT_VARIABLE rc_version ERROR_QUIET

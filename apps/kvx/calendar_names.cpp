@@ -103,4 +103,12 @@ const char *WeekdayShort(int year, int month, int day) {
 
 std::string OldMonthText(int month) { return month < 0 ? "L" + std::to_string(-month) : std::to_string(month); }
 
+std::string ClockHoursText(double hours) {
+    int minutes = static_cast<int>(hours * 60.0 + 0.5);
+    if (minutes >= 24 * 60) minutes = 24 * 60 - 1;
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "%02d:%02d", minutes / 60, minutes % 60);
+    return buf;
+}
+
 }  // namespace kvx::cli

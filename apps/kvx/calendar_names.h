@@ -20,6 +20,8 @@ int ParseYear(const std::string &text);
 std::string DateText(int year, int month, int day);
 // Three-letter weekday of a civil date ("Sun").
 const char *WeekdayShort(int year, int month, int day);
+// hh:mm of clock hours (0 <= hours < 24), rounded to the minute, never 24:00.
+std::string ClockHoursText(double hours);
 // A lunisolar month as shown: "5", or "L5" for the leap month after 5.
 std::string OldMonthText(int month);
 

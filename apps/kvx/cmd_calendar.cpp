@@ -40,14 +40,6 @@ std::string ClockText(double jdLocal) {
     return buf;
 }
 
-std::string HoursText(double hours) {
-    int minutes = static_cast<int>(hours * 60.0 + 0.5);
-    if (minutes >= 24 * 60) minutes = 24 * 60 - 1;
-    char buf[16];
-    std::snprintf(buf, sizeof buf, "%02d:%02d", minutes / 60, minutes % 60);
-    return buf;
-}
-
 }  // namespace
 
 int RunCalendar(const Args &args) {
@@ -118,7 +110,7 @@ int RunCalendar(const Args &args) {
                 tj.Int("id", t.id)
                     .Str("name", TermName(t.id))
                     .Raw("longitude_deg", t.code >= 0 ? std::to_string(t.code) : "null")
-                    .Raw("local_time", t.code >= 0 ? JsonString(HoursText(t.hours)) : "null");
+                    .Raw("local_time", t.code >= 0 ? JsonString(ClockHoursText(t.hours)) : "null");
                 termItems += (termItems.empty() ? "" : ",") + tj.Text();
             }
             j.Raw("terms", "[" + termItems + "]");
@@ -182,7 +174,7 @@ int RunCalendar(const Args &args) {
     if (!terms.empty()) std::printf("\nsolar terms and seasonal days\n");
     for (const auto &t : terms)
         std::printf("  %s %s %s  %s\n", DateText(year, month, t.day).c_str(), WeekdayShort(year, month, t.day),
-                    t.code >= 0 ? HoursText(t.hours).c_str() : "     ", TermName(t.id));
+                    t.code >= 0 ? ClockHoursText(t.hours).c_str() : "     ", TermName(t.id));
     any = false;
     for (const auto &d : days)
         if (d.oldKnown && d.old.day == 1) {

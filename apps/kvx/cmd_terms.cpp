@@ -8,20 +8,6 @@
 
 namespace kvx::cli {
 
-namespace {
-
-// hh:mm of clock hours, rounded to the minute (never 24:00: the library's
-// hours are below 24).
-std::string ClockText(double hours) {
-    int minutes = static_cast<int>(hours * 60.0 + 0.5);
-    if (minutes >= 24 * 60) minutes = 24 * 60 - 1;
-    char buf[16];
-    std::snprintf(buf, sizeof buf, "%02d:%02d", minutes / 60, minutes % 60);
-    return buf;
-}
-
-}  // namespace
-
 int RunTerms(const Args &args) {
     args.ExpectPositional(1, 1);
     const int year = ParseYear(args.Positional()[0]);
@@ -43,13 +29,13 @@ int RunTerms(const Args &args) {
                 .Int("id", id)
                 .Str("name", TermName(id))
                 .Raw("longitude_deg", instant ? std::to_string(code) : "null")
-                .Raw("local_time", instant ? JsonString(ClockText(hours)) : "null");
+                .Raw("local_time", instant ? JsonString(ClockHoursText(hours)) : "null");
             items += (items.empty() ? "" : ",") + j.Text();
         } else {
             char longitude[16] = "";
             if (instant) std::snprintf(longitude, sizeof longitude, "%3d deg", code);
             std::printf("%s %s %s  %-7s  %s\n", DateText(year, month, day).c_str(), WeekdayShort(year, month, day),
-                        instant ? ClockText(hours).c_str() : "     ", longitude, TermName(id));
+                        instant ? ClockHoursText(hours).c_str() : "     ", longitude, TermName(id));
         }
     }
     if (json)
