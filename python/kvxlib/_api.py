@@ -129,7 +129,8 @@ def _horizontal(at, observer, ra_j2000, dec_j2000) -> Optional[Horizontal]:
 
 
 @dataclass(frozen=True)
-class SunPosition:
+class _Place:
+    """The place every body result starts with: its time and six angles."""
     time: Time
     ra_j2000: float = _deg("astrometric right ascension, J2000.0 mean equator")
     dec_j2000: float = _deg("astrometric declination, J2000.0 mean equator")
@@ -137,20 +138,17 @@ class SunPosition:
     dec: float = _deg("apparent declination of date")
     ecl_lon: float = _deg("apparent ecliptic longitude, ecliptic of date")
     ecl_lat: float = _deg("ecliptic latitude, ecliptic of date")
+
+
+@dataclass(frozen=True)
+class SunPosition(_Place):
     distance_au: float = _unit("au", "observer to the Sun")
     semi_diameter_arcsec: float = _unit("arcsec", "apparent semi-diameter")
     horizontal: Optional[Horizontal] = None
 
 
 @dataclass(frozen=True)
-class MoonPosition:
-    time: Time
-    ra_j2000: float = _deg("astrometric right ascension, J2000.0 mean equator")
-    dec_j2000: float = _deg("astrometric declination, J2000.0 mean equator")
-    ra: float = _deg("apparent right ascension of date")
-    dec: float = _deg("apparent declination of date")
-    ecl_lon: float = _deg("apparent ecliptic longitude, ecliptic of date")
-    ecl_lat: float = _deg("ecliptic latitude, ecliptic of date")
+class MoonPosition(_Place):
     distance_km: float = _unit("km", "observer to the Moon's centre")
     semi_diameter_arcsec: float = _unit("arcsec", "apparent semi-diameter seen by the observer")
     illuminated_fraction: float = _unit("1", "0 new to 1 full")
@@ -160,16 +158,9 @@ class MoonPosition:
 
 
 @dataclass(frozen=True)
-class PlanetPosition:
+class PlanetPosition(_Place):
     name: str
     code: int
-    time: Time
-    ra_j2000: float = _deg("astrometric right ascension, J2000.0 mean equator")
-    dec_j2000: float = _deg("astrometric declination, J2000.0 mean equator")
-    ra: float = _deg("apparent right ascension of date")
-    dec: float = _deg("apparent declination of date")
-    ecl_lon: float = _deg("apparent ecliptic longitude, ecliptic of date")
-    ecl_lat: float = _deg("ecliptic latitude, ecliptic of date")
     distance_au: float = _unit("au", "observer to the body")
     sun_distance_au: float = _unit("au", "Sun to the body")
     magnitude: float = _unit("mag", "visual magnitude")
