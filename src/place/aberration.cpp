@@ -26,6 +26,12 @@ constexpr double kAberrationConstant = 20.49552;
 }  // namespace
 
 AberrationTerms MakeAberrationTerms(const ATime &t) {
+    // The terms depend on the date and the obliquity alone; a caller placing
+    // several bodies for one instant (the planet and its satellites) reuses
+    // them. Per thread, so the routine stays reentrant.
+    thread_local double lastJde = NAN, lastEps = NAN;
+    thread_local AberrationTerms last;
+    if (t.jde == lastJde && t.epsTrue == lastEps) return last;
     const double T = (t.jde - kJ2000) / kDaysPerCentury;
     const double eps = DegToRad(t.epsTrue);
     const double M = degmal(357.528 + 35999.05 * T);
@@ -41,6 +47,9 @@ AberrationTerms MakeAberrationTerms(const ATime &t) {
     a.cosW = std::cos(DegToRad(w));
     a.sinE = std::sin(eps);
     a.cosE = std::cos(eps);
+    lastJde = t.jde;
+    lastEps = t.epsTrue;
+    last = a;
     return a;
 }
 

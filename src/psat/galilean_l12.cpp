@@ -12,14 +12,51 @@
 
 namespace kvx::psat {
 
+namespace {
+
+constexpr double kTwoPi = 2.0 * 3.141592653589793;
+constexpr double kL12Epoch = 2433282.5;  // 1950-01-01 0h TT
+// Largest shift of the one-pass evaluation (days): the polynomial cos and
+// sin below stay below 1e-14 for |frequency x shift| <= 3.56 x 0.05 rad.
+constexpr double kMaxShift = 0.05;
+// Span of the local model around its instant (days): its neglected
+// second-order terms, sum |A| f^2 dt^2 / 2, stay below 2 m there.
+constexpr double kLocalSpan = 1.0e-3;
+
+// The theory's frame to the J2000.0 equator.
+void ToJ2000(const double v[3], double out[3]) {
+    const double *r = kL12ToJ2000;
+    out[0] = r[0] * v[0] + r[1] * v[1] + r[2] * v[2];
+    out[1] = r[3] * v[0] + r[4] * v[1] + r[5] * v[2];
+    out[2] = r[6] * v[0] + r[7] * v[1] + r[8] * v[2];
+}
+
+// One term's argument at t (cos c1, sin s1) and at t - shift (c0, s0), the
+// second by turning the first through x = frequency x shift with the
+// Taylor series of cos x and sin x (|x| < 0.18: truncation below 1e-14).
+struct Turned {
+    double c1, s1, c0, s0;
+};
+
+Turned Turn(const L12Term &term, double t, double shift) {
+    const double arg = term.phase + t * term.frequency;
+    const double c1 = std::cos(arg), s1 = std::sin(arg);
+    const double x = term.frequency * shift, x2 = x * x;
+    const double cx = 1.0 - x2 / 2.0 * (1.0 - x2 / 12.0 * (1.0 - x2 / 30.0 * (1.0 - x2 / 56.0)));
+    const double sx = x * (1.0 - x2 / 6.0 * (1.0 - x2 / 20.0 * (1.0 - x2 / 42.0 * (1.0 - x2 / 72.0))));
+    return {c1, s1, c1 * cx + s1 * sx, s1 * cx - c1 * sx};
+}
+
+}  // namespace
+
 int GalileanL12(int index, double jde, double out[3]) {
     if (index < 1 || index > 4) return 1;
     const L12Moon &m = kL12Moons[index - 1];
-    const double t = jde - 2433282.5;  // days from 1950-01-01 0h TT
+    const double t = jde - kL12Epoch;
     double a = 0.0, l = m.al[0] + t * m.al[1], k = 0.0, h = 0.0, q = 0.0, p = 0.0;
     for (int i = 0; i < m.na; ++i) a += m.a[i].amplitude * std::cos(m.a[i].phase + t * m.a[i].frequency);
     for (int i = 0; i < m.nl; ++i) l += m.l[i].amplitude * std::sin(m.l[i].phase + t * m.l[i].frequency);
-    l = std::fmod(l, 2.0 * 3.141592653589793);
+    l = std::fmod(l, kTwoPi);
     for (int i = 0; i < m.nz; ++i) {
         const double arg = m.z[i].phase + t * m.z[i].frequency;
         k += m.z[i].amplitude * std::cos(arg);
@@ -32,10 +69,81 @@ int GalileanL12(int index, double jde, double out[3]) {
     }
     double v[3];
     EquinoctialToPosition(a, l, k, h, q, p, v);
-    const double *r = kL12ToJ2000;
-    out[0] = r[0] * v[0] + r[1] * v[1] + r[2] * v[2];
-    out[1] = r[3] * v[0] + r[4] * v[1] + r[5] * v[2];
-    out[2] = r[6] * v[0] + r[7] * v[1] + r[8] * v[2];
+    ToJ2000(v, out);
+    return 0;
+}
+
+// The same sums as GalileanL12 at t, and in the same pass the elements and
+// their rates at t - shift: each term's argument is turned instead of
+// evaluated again, so the two instants cost one set of cosines and sines.
+int GalileanL12Local(int index, double jde, double shift, double out[3], L12Local *local) {
+    if (index < 1 || index > 4 || !std::isfinite(jde) || !(std::fabs(shift) <= kMaxShift)) return 1;
+    const L12Moon &m = kL12Moons[index - 1];
+    const double t = jde - kL12Epoch;
+    // el: a, lambda, k, h, q, p at t; e0, r0: the same and their rates at t - shift.
+    double el[6] = {0.0, m.al[0] + t * m.al[1], 0.0, 0.0, 0.0, 0.0};
+    double e0[6] = {0.0, m.al[0] + (t - shift) * m.al[1], 0.0, 0.0, 0.0, 0.0};
+    double r0[6] = {0.0, m.al[1], 0.0, 0.0, 0.0, 0.0};
+    for (int i = 0; i < m.na; ++i) {
+        const L12Term &w = m.a[i];
+        const Turned u = Turn(w, t, shift);
+        el[0] += w.amplitude * u.c1;
+        e0[0] += w.amplitude * u.c0;
+        r0[0] -= w.amplitude * w.frequency * u.s0;
+    }
+    for (int i = 0; i < m.nl; ++i) {
+        const L12Term &w = m.l[i];
+        const Turned u = Turn(w, t, shift);
+        el[1] += w.amplitude * u.s1;
+        e0[1] += w.amplitude * u.s0;
+        r0[1] += w.amplitude * w.frequency * u.c0;
+    }
+    // z = k + ih and zeta = q + ip: cosine and sine of the same argument.
+    const L12Term *complex[2] = {m.z, m.zeta};
+    const int counts[2] = {m.nz, m.nzeta};
+    for (int s = 0; s < 2; ++s)
+        for (int i = 0; i < counts[s]; ++i) {
+            const L12Term &w = complex[s][i];
+            const Turned u = Turn(w, t, shift);
+            el[2 + 2 * s] += w.amplitude * u.c1;
+            el[3 + 2 * s] += w.amplitude * u.s1;
+            e0[2 + 2 * s] += w.amplitude * u.c0;
+            e0[3 + 2 * s] += w.amplitude * u.s0;
+            r0[2 + 2 * s] -= w.amplitude * w.frequency * u.s0;
+            r0[3 + 2 * s] += w.amplitude * w.frequency * u.c0;
+        }
+    el[1] = std::fmod(el[1], kTwoPi);
+    e0[1] = std::fmod(e0[1], kTwoPi);
+    double v[3];
+    EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v);
+    ToJ2000(v, out);
+    // The model's own instant: its position (the loop's first pass) and its
+    // eccentric longitude, from which later passes start Kepler's equation;
+    // F moves with lambda at the rate 1 / (1 - k cos F - h sin F).
+    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v);
+    ToJ2000(v, local->position);
+    local->rateF = r0[1] / (1.0 - e0[2] * std::cos(local->F) - e0[3] * std::sin(local->F));
+    local->index = index;
+    local->jde = jde - shift;
+    for (int k = 0; k < 6; ++k) {
+        local->elements[k] = e0[k];
+        local->rates[k] = r0[k];
+    }
+    return 0;
+}
+
+int L12LocalPosition(const L12Local &local, double jde, double out[3]) {
+    const double dt = jde - local.jde;
+    if (!(std::fabs(dt) <= kLocalSpan)) return GalileanL12(local.index, jde, out);
+    if (dt == 0.0) {
+        for (int k = 0; k < 3; ++k) out[k] = local.position[k];
+        return 0;
+    }
+    double e[6];
+    for (int k = 0; k < 6; ++k) e[k] = local.elements[k] + local.rates[k] * dt;
+    double v[3];
+    EquinoctialToPosition(e[0], e[1], e[2], e[3], e[4], e[5], v, local.F + local.rateF * dt);
+    ToJ2000(v, out);
     return 0;
 }
 

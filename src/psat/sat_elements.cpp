@@ -29,17 +29,26 @@ double PlanetGmKm(int hundreds) {
 }
 }  // namespace
 
-void EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3]) {
+double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
+                             double startF) {
     // Eccentric longitude F from Kepler's equation lambda = F - k sin F + h cos F
-    // (Broucke & Cefola 1972), Newton's method.
-    double F = lambda + k * std::sin(lambda) - h * std::cos(lambda);
+    // (Broucke & Cefola 1972), Newton's method from the first-order guess or
+    // from startF. The last correction is below 1e-13 rad, so the cosine and
+    // sine of the corrected F follow from the last pass's to 1e-26.
+    double F = std::isfinite(startF) ? startF : lambda + k * std::sin(lambda) - h * std::cos(lambda);
+    double cf = std::cos(F), sf = std::sin(F);
     for (int it = 0; it < kMaxKeplerIterations; ++it) {
-        const double cf = std::cos(F), sf = std::sin(F);
         const double d = (lambda - F + k * sf - h * cf) / (1.0 - k * cf - h * sf);
         F += d;
-        if (!(std::fabs(d) >= 1.0e-13)) break;
+        if (!(std::fabs(d) >= 1.0e-13)) {
+            const double c = cf - sf * d;
+            sf += cf * d;
+            cf = c;
+            break;
+        }
+        cf = std::cos(F);
+        sf = std::sin(F);
     }
-    const double cf = std::cos(F), sf = std::sin(F);
     const double dle = h * cf - k * sf;
     const double phi = std::sqrt(1.0 - k * k - h * h);
     const double psi = 1.0 / (1.0 + phi);
@@ -50,6 +59,7 @@ void EquinoctialToPosition(double a, double lambda, double k, double h, double q
     out[0] = x1 * p2 + y1 * pq;
     out[1] = x1 * pq + y1 * q2;
     out[2] = (q * y1 - x1 * p) * f2;
+    return F;
 }
 
 int SatellitePosition(int code, double jde, double out[3]) {

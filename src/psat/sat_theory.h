@@ -2,6 +2,8 @@
 // positions on the J2000.0 equator at a dynamical time.
 #pragma once
 
+#include <cmath>
+
 namespace kvx::psat {
 
 // Planetocentric position (AU, J2000.0 mean equator and equinox) of satellite
@@ -25,9 +27,33 @@ int UranusGust86(int index, double jde, double out[3]);         // Ariel..Mirand
 int SaturnMeeus(int index, double jde, double out[3]);          // Mimas..Iapetus
 int MeanElementSatellite(int code, double jde, double out[3]);  // the rest
 
+// A Galilean satellite's L1.2 elements and their rates at one instant: the
+// light-time loop of CalcSatellite moves them linearly over the few seconds
+// by which the satellite's retardation differs from Jupiter's.
+struct L12Local {
+    int index;
+    double jde;          // the model's instant
+    double elements[6];  // a (AU), lambda (rad), k, h, q, p
+    double rates[6];     // per day
+    double position[3];  // J2000.0 position at the instant (AU)
+    double F, rateF;     // eccentric longitude (rad) and its rate (rad/day) there
+};
+
+// One pass over the L1.2 series: the position at jde into out (as
+// GalileanL12) and the local model at jde - shift (|shift| <= 0.05 day,
+// e.g. Jupiter's light time). Returns 0 on success.
+int GalileanL12Local(int index, double jde, double shift, double out[3], L12Local *local);
+
+// Position from the local model within 1e-3 day of its instant (the full
+// series beyond). Returns 0 on success.
+int L12LocalPosition(const L12Local &local, double jde, double out[3]);
+
 // Equinoctial elements to a position on the axes of the elements' plane:
 // semi-major axis a, mean longitude lambda (rad), k = e cos(varpi),
 // h = e sin(varpi), q = sin(i/2) cos(node), p = sin(i/2) sin(node).
-void EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3]);
+// Kepler's equation is solved from startF when it is finite (a nearby
+// solution); returns the eccentric longitude F (rad).
+double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
+                             double startF = NAN);
 
 }  // namespace kvx::psat

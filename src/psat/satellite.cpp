@@ -220,11 +220,23 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
     if (!t || !planetPos || !out || !psat::HasTheory(planet, index)) return 0;
     const int code = psat::SatelliteCode(planet, index);
     const double jde = t->jde;
+    const double *pf = planetPos->f;
+    // Io..Callisto: one pass over the L1.2 series gives the position at the
+    // instant and a local model at Jupiter's light-time instant, which the
+    // loop's passes then read instead of the series.
+    const double planetLight = pf[body::kDistance] * kLightDaysPerAu;
+    psat::L12Local local;
+    const bool galilean = planet == 3 && index <= 4;
     double s0[3];
-    if (psat::SatellitePosition(code, jde, s0) != 0) return 0;
+    if (galilean && psat::GalileanL12Local(index, jde, planetLight, s0, &local) == 0) {
+        if (!std::isfinite(s0[0]) || !std::isfinite(s0[1]) || !std::isfinite(s0[2])) return 0;
+    } else if (psat::SatellitePosition(code, jde, s0) != 0) {
+        return 0;
+    } else {
+        local.index = 0;  // no local model
+    }
 
     // The planet's geocentric vector from its place and distance.
-    const double *pf = planetPos->f;
     const double ra = DegToRad(pf[0]), dec = DegToRad(pf[1]);
     const double P[3] = {std::cos(dec) * std::cos(ra) * pf[6] + t->obsPos[0],
                          std::cos(dec) * std::sin(ra) * pf[6] + t->obsPos[1], std::sin(dec) * pf[6] + t->obsPos[2]};
@@ -233,7 +245,11 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
     const body::LightTimeRule rule{pf[body::kDistance], psat::kLightTolerance, body::NonFinite::kStop,
                                    psat::kMaxLightIterations};
     body::Retarded r;
-    auto source = [code](double tau, double v[3]) { return psat::SatellitePosition(code, tau, v) == 0; };
+    auto source = [code, &local](double tau, double v[3]) {
+        if (local.index == 0) return psat::SatellitePosition(code, tau, v) == 0;
+        return psat::L12LocalPosition(local, tau, v) == 0 && std::isfinite(v[0]) && std::isfinite(v[1]) &&
+               std::isfinite(v[2]);
+    };
     if (!body::LightTime(jde, origin, nullptr, rule, source, &r)) return 0;
     const double *s = r.position;
     psat::FillSatelliteBody(t, planetPos, P, s, s0, psat::FindSatellite(planet, index), out);
