@@ -1,17 +1,17 @@
 // Satellites without a perturbation theory here: precessing ellipses from
-// JPL's mean elements (Phobos, Deimos, Amalthea, Nereid), and Triton and
-// Charon, whose near-circular synchronous orbits follow from the IAU
-// rotation models of the two bodies (Archinal et al. 2018, "Report of the
-// IAU Working Group on Cartographic Coordinates and Rotational Elements:
-// 2015", Celest. Mech. Dyn. Astr. 130:22).
+// JPL's mean elements (Phobos, Deimos, Amalthea, Nereid); Triton, whose
+// circular synchronous orbit follows from the IAU rotation model of Triton
+// (Archinal et al. 2018, "Report of the IAU Working Group on Cartographic
+// Coordinates and Rotational Elements: 2015", Celest. Mech. Dyn. Astr.
+// 130:22); and Charon's fitted circular orbit.
 //
 // Accuracy: the mean elements describe the orbit's shape and orientation;
 // the satellite along it drifts from the integrated orbit by an amount that
 // grows away from the epoch (Phobos' tidal acceleration alone is about
 // 0.0013 deg/yr^2). Expect errors of a few hundred kilometres near the
-// epochs, growing to thousands over a century. Triton and Charon: a few
-// hundred kilometres (the models' pole and meridian accuracy) over
-// 1900-2100.
+// epochs, growing to thousands over a century. Triton: a few hundred
+// kilometres (the model's pole and meridian accuracy) over 1900-2100.
+// Charon: tens of kilometres near 2003, see below.
 #include <cmath>
 
 #include "math/constants.h"
@@ -43,9 +43,12 @@ void EquatorPoint(double ra0, double dec0, double w, double out[3]) {
 
 int Ellipse(const MeanElements &el, double jde, double out[3]) {
     const double dt = jde - el.epoch;
-    const double w = el.w + (el.pw > 0.0 ? 360.0 * dt / (el.pw * kDaysPerYear) : 0.0);
-    const double node = el.node - (el.pnode > 0.0 ? 360.0 * dt / (el.pnode * kDaysPerYear) : 0.0);
-    const double M = Rad(std::fmod(el.m + el.n * dt, 360.0));
+    const double dw = el.pw > 0.0 ? 360.0 * dt / (el.pw * kDaysPerYear) : 0.0;
+    const double dnode = el.pnode > 0.0 ? -360.0 * dt / (el.pnode * kDaysPerYear) : 0.0;
+    const double w = el.w + dw, node = el.node + dnode;
+    // n is the rate of the mean longitude node + w + M (the sidereal period
+    // is 360 / n), so the mean anomaly takes what the precession leaves.
+    const double M = Rad(std::fmod(el.m + el.n * dt - dw - dnode, 360.0));
     double E = M;
     for (int it = 0; it < kMaxKeplerIterations; ++it) {
         const double d = (M - E + el.e * std::sin(E)) / (1.0 - el.e * std::cos(E));
@@ -102,16 +105,22 @@ void Triton(double jde, double out[3]) {
     for (int k = 0; k < 3; ++k) out[k] = -a * u[k];
 }
 
-// Charon: Pluto's prime meridian passes through the sub-Charon point of the
-// mutually synchronous pair (IAU 2015 model of Pluto: pole 132.993, -6.163;
-// W = 302.695 + 56.3625225 d); separation 19591 km (Brozovic et al. 2015,
-// Icarus 246, 317).
+// Charon: the circular two-body orbit relative to Pluto of Buie, Tholen &
+// Grundy (2012, "The orbit of Charon is circular", AJ 144, 15), fitted to
+// Hubble images of 1992-2010: P = 6.3872273 d, a = 19573 km, i = 96.218 deg
+// and node 3.89249 rad on the J2000.0 equator, mean longitude (node +
+// argument of latitude) 4.50177 rad at JDT 2452600.5. The authors predict
+// 8 km of uncertainty at 2015; the error grows with the period's
+// uncertainty (3e-7 d) by about 3 km per decade away from 2003.
 void Charon(double jde, double out[3]) {
-    const double d = jde - 2451545.0;
-    double u[3];
-    EquatorPoint(132.993, -6.163, std::fmod(302.695 + 56.3625225 * d, 360.0), u);
-    const double a = 19591.0 / kKmPerAu;
-    for (int k = 0; k < 3; ++k) out[k] = a * u[k];
+    constexpr double kEpoch = 2452600.5, kPeriod = 6.3872273, kA = 19573.0;
+    constexpr double kNode = 3.89249, kLongitude = 4.50177, kIncl = 96.218;
+    const double u = kLongitude - kNode + 2.0 * kPi * std::fmod((jde - kEpoch) / kPeriod, 1.0);
+    const double cn = std::cos(kNode), sn = std::sin(kNode), ci = std::cos(Rad(kIncl)), si = std::sin(Rad(kIncl));
+    const double cu = std::cos(u), su = std::sin(u), a = kA / kKmPerAu;
+    out[0] = a * (cn * cu - sn * su * ci);
+    out[1] = a * (sn * cu + cn * su * ci);
+    out[2] = a * su * si;
 }
 
 }  // namespace

@@ -236,3 +236,41 @@ TEST(JovianEvents, BadRangesFindNothing) {
 }
 
 }  // namespace
+
+namespace {
+
+// Every kind of event against a printed almanac table: IMCCE's predictions
+// for 2016 January 1-10 as published by Sky & Telescope
+// (tests/reference/jovian_events_published.py), UT to the minute, for the
+// middle of each gradual event. The bounds are those of the PyEphem
+// comparison above (the ecliptic-aligned disc) plus the table's rounding;
+// Ganymede's and Callisto's contacts must all be found.
+TEST(JovianEvents, AgreeWithThePublishedTable) {
+    const Reference ref("jovian_events_published.txt", {"jd", "sat", "kind", "start"});
+    Comparison cmp({
+        {"io_s", 180.0, "disc 0.2 radius off Jupiter's equator at Io (150 s), minutes rounded (30 s)"},
+        {"europa_s", 430.0, "the same at 0.35 radius for Europa (400 s), minutes rounded (30 s)"},
+    });
+    kvx::psat::JovianEvent events[200];
+    const int n = kvx::psat::FindJovianEvents(2457388.5, 2457398.6, events, 200);
+    int outer = 0, outerFound = 0;
+    for (const auto &row : ref) {
+        const int sat = static_cast<int>(row["sat"]), kind = static_cast<int>(row["kind"]);
+        const bool start = row["start"] != 0.0;
+        double best = 1e9;
+        for (int i = 0; i < n; ++i)
+            if (events[i].satellite == sat && events[i].kind == kind && events[i].start == start)
+                best = std::fmin(best, std::fabs(events[i].jd - row["jd"]) * 86400.0);
+        if (sat <= 2) {
+            cmp.Add(sat == 1 ? "io_s" : "europa_s", best, row);
+        } else {
+            ++outer;
+            outerFound += best < 3600.0;
+        }
+    }
+    cmp.Check();
+    std::printf("[ measured ] Ganymede and Callisto: %d of %d published contacts within an hour\n", outerFound, outer);
+    EXPECT_EQ(outerFound, outer);
+}
+
+}  // namespace
