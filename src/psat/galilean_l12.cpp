@@ -31,20 +31,88 @@ void ToJ2000(const double v[3], double out[3]) {
     out[2] = r[6] * v[0] + r[7] * v[1] + r[8] * v[2];
 }
 
-// One term's argument at t (cos c1, sin s1) and at t - shift (c0, s0), the
-// second by turning the first through x = frequency x shift with the
-// Taylor series of cos x and sin x (|x| < 0.18: truncation below 1e-14).
+// One term's argument at t (cos c1, sin s1) and at t - shift (c0, s0).
 struct Turned {
     double c1, s1, c0, s0;
 };
 
-Turned Turn(const L12Term &term, double t, double shift) {
-    const double arg = term.phase + t * term.frequency;
-    const double c1 = std::cos(arg), s1 = std::sin(arg);
-    const double x = term.frequency * shift, x2 = x * x;
-    const double cx = 1.0 - x2 / 2.0 * (1.0 - x2 / 12.0 * (1.0 - x2 / 30.0 * (1.0 - x2 / 56.0)));
-    const double sx = x * (1.0 - x2 / 6.0 * (1.0 - x2 / 20.0 * (1.0 - x2 / 42.0 * (1.0 - x2 / 72.0))));
-    return {c1, s1, c1 * cx + s1 * sx, s1 * cx - c1 * sx};
+// Many terms of the four satellites share a frequency. Each distinct
+// frequency f gets its index once, each term the cosine and sine of its
+// phase, so that a term's argument phase + f t is the rotation of f t.
+constexpr int kMaxFrequencies = 96, kMaxTerms = 16;
+
+struct SharedFrequencies {
+    int count = 0;
+    bool complete = true;  // every term indexed (the table fits the arrays)
+    double frequency[kMaxFrequencies];
+    // Per satellite and series (a, lambda, z, zeta), per term: the
+    // frequency's index (-1 for a constant term) and cos, sin of the phase.
+    struct TermIndex {
+        int f;
+        double cp, sp;
+    };
+    TermIndex terms[4][4][kMaxTerms];
+};
+
+const SharedFrequencies &Frequencies() {
+    static const SharedFrequencies table = [] {
+        SharedFrequencies t;
+        for (int m = 0; m < 4; ++m) {
+            const L12Moon &moon = kL12Moons[m];
+            const L12Term *series[4] = {moon.a, moon.l, moon.z, moon.zeta};
+            const int counts[4] = {moon.na, moon.nl, moon.nz, moon.nzeta};
+            for (int s = 0; s < 4; ++s) {
+                t.complete = t.complete && counts[s] <= kMaxTerms;
+                for (int i = 0; i < counts[s] && i < kMaxTerms; ++i) {
+                    const L12Term &w = series[s][i];
+                    int f = -1;
+                    if (w.frequency != 0.0) {
+                        for (int j = 0; j < t.count && f < 0; ++j)
+                            if (t.frequency[j] == w.frequency) f = j;
+                        if (f < 0 && t.count < kMaxFrequencies) {
+                            f = t.count++;
+                            t.frequency[f] = w.frequency;
+                        }
+                        t.complete = t.complete && f >= 0;
+                    }
+                    t.terms[m][s][i] = {f, std::cos(w.phase), std::sin(w.phase)};
+                }
+            }
+        }
+        return t;
+    }();
+    return table;
+}
+
+// cos and sin of f t and of f (t - shift) for each distinct frequency, kept
+// per thread for the last (t, shift): the four satellites of one instant
+// share them. The second pair turns the first through x = f shift with the
+// Taylor series of cos x and sin x (|x| < 0.18: truncation below 1e-14).
+struct FrequencyCache {
+    double t = NAN, shift = NAN;
+    bool done[kMaxFrequencies];
+    double c1[kMaxFrequencies], s1[kMaxFrequencies], c0[kMaxFrequencies], s0[kMaxFrequencies];
+};
+
+[[gnu::always_inline]] inline Turned Turn(FrequencyCache &cache, const SharedFrequencies &table, int moon, int series,
+                                          int i) {
+    const SharedFrequencies::TermIndex &w = table.terms[moon][series][i];
+    if (w.f < 0) return {w.cp, w.sp, w.cp, w.sp};  // a constant term
+    const int j = w.f;
+    if (!cache.done[j]) {
+        const double f = table.frequency[j], arg = cache.t * f;
+        cache.c1[j] = std::cos(arg);
+        cache.s1[j] = std::sin(arg);
+        const double x = f * cache.shift, x2 = x * x;
+        const double cx = 1.0 - x2 / 2.0 * (1.0 - x2 / 12.0 * (1.0 - x2 / 30.0 * (1.0 - x2 / 56.0)));
+        const double sx = x * (1.0 - x2 / 6.0 * (1.0 - x2 / 20.0 * (1.0 - x2 / 42.0 * (1.0 - x2 / 72.0))));
+        cache.c0[j] = cache.c1[j] * cx + cache.s1[j] * sx;
+        cache.s0[j] = cache.s1[j] * cx - cache.c1[j] * sx;
+        cache.done[j] = true;
+    }
+    // cos and sin of phase + argument.
+    return {w.cp * cache.c1[j] - w.sp * cache.s1[j], w.sp * cache.c1[j] + w.cp * cache.s1[j],
+            w.cp * cache.c0[j] - w.sp * cache.s0[j], w.sp * cache.c0[j] + w.cp * cache.s0[j]};
 }
 
 }  // namespace
@@ -75,25 +143,35 @@ int GalileanL12(int index, double jde, double out[3]) {
 
 // The same sums as GalileanL12 at t, and in the same pass the elements and
 // their rates at t - shift: each term's argument is turned instead of
-// evaluated again, so the two instants cost one set of cosines and sines.
+// evaluated again, so the two instants cost one set of cosines and sines,
+// shared with the other satellites of the same instant.
 int GalileanL12Local(int index, double jde, double shift, double out[3], L12Local *local) {
     if (index < 1 || index > 4 || !std::isfinite(jde) || !(std::fabs(shift) <= kMaxShift)) return 1;
     const L12Moon &m = kL12Moons[index - 1];
+    const SharedFrequencies &table = Frequencies();
+    if (!table.complete) return 1;  // the caller evaluates the series instead
     const double t = jde - kL12Epoch;
+    thread_local FrequencyCache cache;
+    if (!(cache.t == t && cache.shift == shift)) {
+        cache.t = t;
+        cache.shift = shift;
+        for (bool &d : cache.done) d = false;
+    }
+    const int moon = index - 1;
     // el: a, lambda, k, h, q, p at t; e0, r0: the same and their rates at t - shift.
     double el[6] = {0.0, m.al[0] + t * m.al[1], 0.0, 0.0, 0.0, 0.0};
     double e0[6] = {0.0, m.al[0] + (t - shift) * m.al[1], 0.0, 0.0, 0.0, 0.0};
     double r0[6] = {0.0, m.al[1], 0.0, 0.0, 0.0, 0.0};
     for (int i = 0; i < m.na; ++i) {
         const L12Term &w = m.a[i];
-        const Turned u = Turn(w, t, shift);
+        const Turned u = Turn(cache, table, moon, 0, i);
         el[0] += w.amplitude * u.c1;
         e0[0] += w.amplitude * u.c0;
         r0[0] -= w.amplitude * w.frequency * u.s0;
     }
     for (int i = 0; i < m.nl; ++i) {
         const L12Term &w = m.l[i];
-        const Turned u = Turn(w, t, shift);
+        const Turned u = Turn(cache, table, moon, 1, i);
         el[1] += w.amplitude * u.s1;
         e0[1] += w.amplitude * u.s0;
         r0[1] += w.amplitude * w.frequency * u.c0;
@@ -104,7 +182,7 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     for (int s = 0; s < 2; ++s)
         for (int i = 0; i < counts[s]; ++i) {
             const L12Term &w = complex[s][i];
-            const Turned u = Turn(w, t, shift);
+            const Turned u = Turn(cache, table, moon, 2 + s, i);
             el[2 + 2 * s] += w.amplitude * u.c1;
             el[3 + 2 * s] += w.amplitude * u.s1;
             e0[2 + 2 * s] += w.amplitude * u.c0;
@@ -120,9 +198,10 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     // The model's own instant: its position (the loop's first pass) and its
     // eccentric longitude, from which later passes start Kepler's equation;
     // F moves with lambda at the rate 1 / (1 - k cos F - h sin F).
-    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v);
+    double cs[2];
+    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v, NAN, cs);
     ToJ2000(v, local->position);
-    local->rateF = r0[1] / (1.0 - e0[2] * std::cos(local->F) - e0[3] * std::sin(local->F));
+    local->rateF = r0[1] / (1.0 - e0[2] * cs[0] - e0[3] * cs[1]);
     local->index = index;
     local->jde = jde - shift;
     for (int k = 0; k < 6; ++k) {

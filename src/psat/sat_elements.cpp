@@ -30,19 +30,24 @@ double PlanetGmKm(int hundreds) {
 }  // namespace
 
 double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
-                             double startF) {
+                             double startF, double cosSinF[2]) {
     // Eccentric longitude F from Kepler's equation lambda = F - k sin F + h cos F
     // (Broucke & Cefola 1972), Newton's method from the first-order guess or
-    // from startF. The last correction is below 1e-13 rad, so the cosine and
-    // sine of the corrected F follow from the last pass's to 1e-26.
+    // from startF. Newton's error after a step d is at most
+    // e / (2 (1 - e)) d^2, below 1e-15 rad for d < 1e-7 and e < 0.1, so the
+    // loop stops there; the cosine and sine of the corrected F follow from
+    // the last pass's by the rotation through d (to d^3 / 6).
     double F = std::isfinite(startF) ? startF : lambda + k * std::sin(lambda) - h * std::cos(lambda);
     double cf = std::cos(F), sf = std::sin(F);
+    const double e2 = k * k + h * h;
+    const double stop = e2 < 0.01 ? 1.0e-7 : 1.0e-13;
     for (int it = 0; it < kMaxKeplerIterations; ++it) {
         const double d = (lambda - F + k * sf - h * cf) / (1.0 - k * cf - h * sf);
         F += d;
-        if (!(std::fabs(d) >= 1.0e-13)) {
-            const double c = cf - sf * d;
-            sf += cf * d;
+        if (!(std::fabs(d) >= stop)) {
+            const double h2 = 1.0 - d * d / 2.0;
+            const double c = cf * h2 - sf * d;
+            sf = sf * h2 + cf * d;
             cf = c;
             break;
         }
@@ -59,6 +64,10 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
     out[0] = x1 * p2 + y1 * pq;
     out[1] = x1 * pq + y1 * q2;
     out[2] = (q * y1 - x1 * p) * f2;
+    if (cosSinF) {
+        cosSinF[0] = cf;
+        cosSinF[1] = sf;
+    }
     return F;
 }
 

@@ -236,10 +236,21 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
         local.index = 0;  // no local model
     }
 
-    // The planet's geocentric vector from its place and distance.
-    const double ra = DegToRad(pf[0]), dec = DegToRad(pf[1]);
-    const double P[3] = {std::cos(dec) * std::cos(ra) * pf[6] + t->obsPos[0],
-                         std::cos(dec) * std::sin(ra) * pf[6] + t->obsPos[1], std::sin(dec) * pf[6] + t->obsPos[2]};
+    // The planet's geocentric vector from its place and distance; kept per
+    // thread for the last planet record and observer, as a caller places a
+    // planet's satellites one after another.
+    thread_local double lastKey[6] = {NAN, NAN, NAN, NAN, NAN, NAN}, lastP[3];
+    const double key[6] = {pf[0], pf[1], pf[6], t->obsPos[0], t->obsPos[1], t->obsPos[2]};
+    bool same = true;
+    for (int k = 0; k < 6; ++k) same = same && key[k] == lastKey[k];
+    if (!same) {
+        const double ra = DegToRad(pf[0]), dec = DegToRad(pf[1]);
+        lastP[0] = std::cos(dec) * std::cos(ra) * pf[6] + t->obsPos[0];
+        lastP[1] = std::cos(dec) * std::sin(ra) * pf[6] + t->obsPos[1];
+        lastP[2] = std::sin(dec) * pf[6] + t->obsPos[2];
+        for (int k = 0; k < 6; ++k) lastKey[k] = key[k];
+    }
+    const double P[3] = {lastP[0], lastP[1], lastP[2]};
     // Light time: the satellite seen from the planet's geocentric position.
     const double origin[3] = {-P[0], -P[1], -P[2]};
     const body::LightTimeRule rule{pf[body::kDistance], psat::kLightTolerance, body::NonFinite::kStop,

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <thread>
 
 #include "kvxlib.h"
 #include "psat/sat_theory.h"
@@ -155,6 +156,38 @@ TEST(CalcSatellite, LightTimeMatchesTheFullLoop) {
             cmp.Add("place_arcsec", kvx::test::SepArcsec(f[0], f[1], ra2, dec2), label);
         }
     cmp.Check();
+}
+
+// The Galileans share per-thread work between calls for one instant: the
+// records must not depend on the order of the calls, on calls for other
+// instants in between, or on the thread.
+TEST(CalcSatellite, SharedWorkDoesNotLeakBetweenCalls) {
+    const double dates[3] = {2451545.25, 2460000.75, 2451545.25 + 1e-9};
+    BodyPos alone[3][4];
+    for (int d = 0; d < 3; ++d)
+        for (int m = 0; m < 4; ++m) {
+            const Scene s(dates[d], 3, m + 1);  // a fresh instant before each satellite
+            ASSERT_EQ(s.ok, 1);
+            alone[d][m] = s.sat;
+        }
+    auto interleaved = [&](bool reverse) {
+        int same = 0;
+        Scene scenes[3] = {Scene(dates[0], 3, 1), Scene(dates[1], 3, 1), Scene(dates[2], 3, 1)};
+        for (int k = 0; k < 4; ++k)
+            for (int d = 0; d < 3; ++d) {
+                const int m = reverse ? 3 - k : k;
+                BodyPos out;
+                std::memset(&out, 0, sizeof out);
+                CalcSatellite(&scenes[d].t, 3, m + 1, &scenes[d].planet, &out);
+                same += std::memcmp(&out, &alone[d][m], sizeof out) == 0;
+            }
+        return same;
+    };
+    EXPECT_EQ(interleaved(false), 12);
+    int other = 0;
+    std::thread worker([&] { other = interleaved(true); });
+    worker.join();
+    EXPECT_EQ(other, 12);
 }
 
 TEST(CalcSatellite, RejectsWhatHasNoTheory) {
