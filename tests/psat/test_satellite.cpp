@@ -348,14 +348,15 @@ namespace {
 
 // Published positions no installed package computes
 // (tests/reference/satellites_published.py): Phobos from the numerical
-// model MarsSatV1_0 in 2000, Ariel..Oberon from the numerical model la06 in
-// 2006 (both IMCCE, 0.5 km), Charon's plutocentric offset measured at the
+// model MarsSatV1_0 in 2000, Io from the numerical model L1.1 in 2000,
+// Ariel..Oberon from the numerical model la06 in 2006 (all IMCCE), Charon's plutocentric offset measured at the
 // double stellar occultation of 2008 June 22.
 TEST(SatelliteTheory, PublishedPositions) {
     const Reference ref("satellites_published.txt", {"code", "kind", "jd", "a", "b", "c"});
     Comparison cmp({
         {"phobos_km", 510.0, "JPL's 1950 mean elements leave out Phobos' tidal acceleration, 0.001237 deg/yr^2 "
                              "(Sinclair 1989): 3.1 deg = 510 km by 2000"},
+        {"io_km", 300.0, "L1.2 truncated at about 100 km; the numerical model L1.1 a few hundred km"},
         {"uranus_km", 600.0, "GUST86 fitted to 1911-1986 observations: a few hundred km (Laskar & Jacobson 1987)"},
         {"charon_km", 50.0, "Buie et al. 2012 orbit (8 km) against an occultation 25 +- 24 km along the orbit "
                             "from JPL's PLU017 (Sicardy et al. 2011)"},
@@ -366,7 +367,7 @@ TEST(SatelliteTheory, PublishedPositions) {
             double v[3];
             ASSERT_EQ(kvx::psat::SatellitePosition(code, row["jd"], v), 0);
             const double d = std::hypot(v[0] - row["a"], v[1] - row["b"], v[2] - row["c"]) * kKmPerAu;
-            cmp.Add(code == 401 ? "phobos_km" : "uranus_km", d, row);
+            cmp.Add(code == 401 ? "phobos_km" : code == 501 ? "io_km" : "uranus_km", d, row);
             continue;
         }
         // Offset on the sky, east and north, at the observed universal time.

@@ -14,6 +14,10 @@ Sources:
       fitted to the observations of 1877-2005, stated accuracy 0.5 km for
       1998-2010; x, y, z in AU, Mars-centred, J2000.0 Earth mean equator, at
       ET = TDB.
+  501 Io: the example output of V1_1 (V. Lainey, IMCCE, 2007; the L1.1
+      numerical model fitted to the observations of 1891-2003, stated
+      accuracy a few hundred km for 1970-2010); AU, Jupiter-centred, J2000.0
+      Earth mean equator, at TDB 2451545.0.
   701-704 Ariel, Umbriel, Titania, Oberon: the example output of the
       numerical model of the five Uranian satellites of V. Lainey (IMCCE,
       2007, "la06"), fitted to the observations of 1954-2005, stated accuracy
@@ -33,6 +37,8 @@ PHOBOS = [  # TDB Julian date, x, y, z (AU)
     (2451565.0, -0.000051052809, 0.000012426617, 0.000033811410),
 ]
 
+IO = [(2451545.0, 2.671999370920431e-3, 7.644018403387422e-4, 4.087344808808269e-4)]
+
 URANIAN = [  # code, x, y, z (km) at TDB 2453736.5
     (701, -170468.724722897, 14975.1029537779, 84362.6136297966),
     (702, 260783.196449624, -53121.8607853646, -19885.5360152294),
@@ -45,10 +51,12 @@ KM_PER_AU = 149597870.0
 CHARON_JD = 2454639.5 + (19 * 3600 + 20 * 60 + 33.82) / 86400.0
 CHARON = [(CHARON_JD, 12070.5, 4576.3)]
 
-print('# Published satellite positions: MarsSatV1_0 (Phobos), la06 (Uranus), Sicardy et al. 2011 (Charon)')
+print('# Published satellite positions: MarsSatV1_0 (Phobos), V1_1 (Io), la06 (Uranus), Sicardy et al. 2011 (Charon)')
 print('# code kind jd a b c')
 for jd, x, y, z in PHOBOS:
     print('401 1 %.6f %.12e %.12e %.12e' % (jd, x, y, z))
+for jd, x, y, z in IO:
+    print('501 1 %.6f %.12e %.12e %.12e' % (jd, x, y, z))
 for code, x, y, z in URANIAN:
     print('%d 1 2453736.5 %.12e %.12e %.12e' % (code, x / KM_PER_AU, y / KM_PER_AU, z / KM_PER_AU))
 for jd, east, north in CHARON:
