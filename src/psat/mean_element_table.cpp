@@ -5,7 +5,10 @@
 // ellipse fitted by least squares to the integrated orbit, its periapsis and
 // node precessing uniformly on the local Laplace plane (Mars: MAR080, epoch
 // 1950 Jan 1.0 TT; Jupiter: JUP230, epoch 1997 Jan 16.0 TT), and Nereid on
-// the mean ecliptic of J2000.0 (NEP081, epoch 2000 Jan 1.5 TT).
+// the mean ecliptic of J2000.0 (NEP081, epoch 2000 Jan 1.5 TT). The mean
+// motion n is the rate of the mean longitude (the sidereal period is
+// 360 / n); Pw and Pnode are the periods of w and of the node. Second
+// sources: tests/reference/satellite_elements_check.py.
 #include "psat/mean_element_table.h"
 
 namespace kvx::psat {
