@@ -44,19 +44,33 @@ void Copy(const double from[9], double to[9]) {
     for (int k = 0; k < 9; ++k) to[k] = from[k];
 }
 
-// P(jd) from the constant epochs, the date's memo, or evaluated.
+// The last date evaluated on this thread: after an ATime fill, the Sun's
+// theory, the planets and the observer's vector ask again for the same date.
+struct LastDate {
+    double jd;
+    double p[9];
+};
+thread_local LastDate gLastDate{std::nan(""), {}};
+
+// P(jd) from the constant epochs, the date's memo, the thread's last date,
+// or evaluated.
 void BiasPrecessionAt(double jd, DateMatrix *memo, double out[9]) {
     const ConstantEpochs &c = Constants();
     for (int k = 0; k < ConstantEpochs::kCount; ++k)
         if (jd == c.jd[k]) return Copy(c.p[k], out);
-    if (memo && memo->jd == jd) {
-        if (!memo->evaluated) {
-            BiasPrecession(jd, memo->p);
-            memo->evaluated = true;
-        }
-        return Copy(memo->p, out);
+    if (memo && memo->jd == jd && memo->evaluated) return Copy(memo->p, out);
+    LastDate &last = gLastDate;
+    if (last.jd == jd) {
+        Copy(last.p, out);
+    } else {
+        BiasPrecession(jd, out);
+        last.jd = jd;
+        Copy(out, last.p);
     }
-    BiasPrecession(jd, out);
+    if (memo && memo->jd == jd) {
+        Copy(out, memo->p);
+        memo->evaluated = true;
+    }
 }
 
 }  // namespace

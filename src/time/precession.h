@@ -19,7 +19,8 @@ struct DateMatrix {
 // GetPrecMtx(from, to, out), taking P(memo->jd) from memo (computing it on
 // first use) when it is needed; memo may be null. The matrices of the
 // constant epochs J2000.0, B1950.0 and B1875.0 are computed once per
-// process. Results are the same bits as without either.
+// process, and each thread keeps the last date it evaluated. Results are the
+// same bits as without any of these.
 void PrecessionBetween(double from, double to, DateMatrix *memo, double out[9]);
 
 }  // namespace kvx::prec
