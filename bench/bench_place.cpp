@@ -63,6 +63,21 @@ void BM_AnnualAberration(benchmark::State &state) {
 }
 BENCHMARK(BM_AnnualAberration);
 
+// Every call on a new instant: the terms of the instant are evaluated each
+// time (two records alternate, so the per-thread copy never matches).
+void BM_AnnualAberration_NewInstant(benchmark::State &state) {
+    ATime t[2] = {Instant(), Instant()};
+    t[1].jde += 0.25;
+    double v[3] = {0.6, 0.64, 0.48}, out[3];
+    unsigned k = 0;
+    for (auto _ : state) {
+        AnnualAberration(&t[k++ & 1u], v, 1, out);
+        benchmark::DoNotOptimize(out);
+        v[0] = -v[0];
+    }
+}
+BENCHMARK(BM_AnnualAberration_NewInstant);
+
 void BM_AtmosphericRefraction(benchmark::State &state) {
     Ad in{0.0, 0.5}, out{};
     for (auto _ : state) {

@@ -15,6 +15,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/fast_trig.h"
 #include "place/apparent.h"
 
 namespace kvx::place {
@@ -25,32 +26,47 @@ constexpr double kAberrationConstant = 20.49552;
 
 }  // namespace
 
-AberrationTerms MakeAberrationTerms(const ATime &t) {
-    // The terms depend on the date and the obliquity alone; a caller placing
-    // several bodies for one instant (the planet and its satellites) reuses
-    // them. Per thread, so the routine stays reentrant.
-    thread_local double lastJde = NAN, lastEps = NAN;
-    thread_local AberrationTerms last;
-    if (t.jde == lastJde && t.epsTrue == lastEps) return last;
-    const double T = (t.jde - kJ2000) / kDaysPerCentury;
-    const double eps = DegToRad(t.epsTrue);
+namespace {
+
+AberrationTerms Evaluate(double jde, double epsTrue) {
+    const double T = (jde - kJ2000) / kDaysPerCentury;
     const double M = degmal(357.528 + 35999.05 * T);
-    const double S = degmal(280.4606 + 36000.770054 * T + 0.000388 * T * T + 1.915 * std::sin(DegToRad(M)) +
-                            0.02 * std::sin(DegToRad(2.0 * M)));
+    const double S = degmal(280.4606 + 36000.770054 * T + 0.000388 * T * T + 1.915 * FastSinDeg(M) +
+                            0.02 * FastSinDeg(2.0 * M));
     const double w = degmal(102.93735 + 0.332856 * T);
     AberrationTerms a;
     a.kappa = kAberrationConstant * kArcsecToRad;
     a.ek = (0.01671022 - 3.804e-5 * T) * a.kappa;
-    a.sinS = std::sin(DegToRad(S));
-    a.cosS = std::cos(DegToRad(S));
-    a.sinW = std::sin(DegToRad(w));
-    a.cosW = std::cos(DegToRad(w));
-    a.sinE = std::sin(eps);
-    a.cosE = std::cos(eps);
-    lastJde = t.jde;
-    lastEps = t.epsTrue;
-    last = a;
+    const SinCos sS = FastSinCosDeg(S), sW = FastSinCosDeg(w), sE = FastSinCosDeg(epsTrue);
+    a.sinS = sS.s;
+    a.cosS = sS.c;
+    a.sinW = sW.s;
+    a.cosW = sW.c;
+    a.sinE = sE.s;
+    a.cosE = sE.c;
     return a;
+}
+
+}  // namespace
+
+// The terms depend on the instant alone (jde and the true obliquity), and
+// the routines of one instant (the Sun, the Moon, each planet, the
+// conversions) ask for the same ones in turn: the last instant's terms are
+// kept per thread.
+AberrationTerms MakeAberrationTerms(const ATime &t) {
+    struct Last {
+        double jde, epsTrue;
+        bool valid;
+        AberrationTerms terms;
+    };
+    thread_local Last last{0.0, 0.0, false, {}};
+    if (!(last.valid && last.jde == t.jde && last.epsTrue == t.epsTrue)) {
+        last.terms = Evaluate(t.jde, t.epsTrue);
+        last.jde = t.jde;
+        last.epsTrue = t.epsTrue;
+        last.valid = true;
+    }
+    return last.terms;
 }
 
 void AberrationDisplacement(const AberrationTerms &a, const double p[3], double d[3]) {

@@ -59,8 +59,13 @@ extern "C" int32_t GetConstellation(const double *ad, double epochJd) {
     double ra = ad[0];
     double dec = ad[1];
     if (epochJd != kvx::kB1875Jd) {
-        double m[9];
-        GetPrecMtx(kvx::kJ2000, kvx::kB1875Jd, m);
+        // The precession J2000.0 -> B1875.0, computed once.
+        struct J2000ToB1875 {
+            double m[9];
+            J2000ToB1875() { GetPrecMtx(kvx::kJ2000, kvx::kB1875Jd, m); }
+        };
+        static const J2000ToB1875 precession;
+        const double *m = precession.m;
         const Ad in{ra, dec};
         Dc v{};
         Dc w{};

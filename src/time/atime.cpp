@@ -11,6 +11,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "time/precession.h"
 
 namespace {
 
@@ -46,8 +47,11 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
     t->lst = GetLst2(t->jd, t->eps, t->nutation[0], t->obsLongitude);
     RotateX(t->eps, t->eqToEcl);
     RotateX(-t->eps, t->eclToEq);
-    GetPrecMtx(t->jde, kvx::kJ2000, t->precToJ2000);
-    GetPrecMtx(kvx::kJ2000, t->jde, t->precFromJ2000);
+    // Both matrices share the bias-precession matrix of the date.
+    kvx::prec::DateMatrix date;
+    date.jd = t->jde;
+    kvx::prec::PrecessionBetween(t->jde, kvx::kJ2000, &date, t->precToJ2000);
+    kvx::prec::PrecessionBetween(kvx::kJ2000, t->jde, &date, t->precFromJ2000);
     t->epsTrue = t->nutation[1] + t->eps;
     if (obs && libraryDeltaT)
         ObserverVector(obs, t->jd, t->lst - obs->longitude, kEarthE2, kEarthOneMinusE2, kvx::kEarthRadiusKm, t->obsPos);

@@ -10,6 +10,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "place/constellation.h"
 #include "time/precession.h"
 
 namespace kvx::prec {
@@ -22,6 +23,55 @@ constexpr double kArcsecToDeg = 0.0002777777777777778;  // 1 / 3600
 constexpr double kClampEarly = 1355795.0;
 constexpr double kClampLate = 3547295.0;
 constexpr double kThirtyCenturies = 1095750.0;  // days
+
+// P at the constant epochs, evaluated once (thread-safe static
+// initialisation) by the same code as any other date.
+struct ConstantEpochs {
+    static constexpr int kCount = 3;
+    double jd[kCount] = {kJ2000, kB1950, kB1875Jd};
+    double p[kCount][9];
+    ConstantEpochs() {
+        for (int k = 0; k < kCount; ++k) BiasPrecession(jd[k], p[k]);
+    }
+};
+
+const ConstantEpochs &Constants() {
+    static const ConstantEpochs constants;
+    return constants;
+}
+
+void Copy(const double from[9], double to[9]) {
+    for (int k = 0; k < 9; ++k) to[k] = from[k];
+}
+
+// The last date evaluated on this thread: after an ATime fill, the Sun's
+// theory, the planets and the observer's vector ask again for the same date.
+struct LastDate {
+    double jd;
+    double p[9];
+};
+thread_local LastDate gLastDate{std::nan(""), {}};
+
+// P(jd) from the constant epochs, the date's memo, the thread's last date,
+// or evaluated.
+void BiasPrecessionAt(double jd, DateMatrix *memo, double out[9]) {
+    const ConstantEpochs &c = Constants();
+    for (int k = 0; k < ConstantEpochs::kCount; ++k)
+        if (jd == c.jd[k]) return Copy(c.p[k], out);
+    if (memo && memo->jd == jd && memo->evaluated) return Copy(memo->p, out);
+    LastDate &last = gLastDate;
+    if (last.jd == jd) {
+        Copy(last.p, out);
+    } else {
+        BiasPrecession(jd, out);
+        last.jd = jd;
+        Copy(out, last.p);
+    }
+    if (memo && memo->jd == jd) {
+        Copy(out, memo->p);
+        memo->evaluated = true;
+    }
+}
 
 }  // namespace
 
@@ -48,45 +98,42 @@ void BiasPrecession(double jd, double out[9]) {
     MulMatrix(m, a, out);
 }
 
-}  // namespace kvx::prec
-
-extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
-    if (!out) return;
+void PrecessionBetween(double fromJd, double toJd, DateMatrix *memo, double out[9]) {
     if (fromJd == toJd) {
         UnitMatrix(out);
         return;
     }
-    const double tFrom = (fromJd - kvx::kJ2000) / kvx::kDaysPerCentury;
+    const double tFrom = (fromJd - kJ2000) / kDaysPerCentury;
     const bool exchange = tFrom < -30.0 || tFrom > 30.0;
     const double start = exchange ? toJd : fromJd;
     const double end = exchange ? fromJd : toJd;
 
-    double span = (end - start) / kvx::kDaysPerCentury;
+    double span = (end - start) / kDaysPerCentury;
     int clamped = 0;
     double extensionEpoch = 0.0;
     if (span < -30.0) {
         span = -30.0;
         clamped = -1;
-        extensionEpoch = kvx::prec::kClampEarly;
+        extensionEpoch = kClampEarly;
     } else if (span > 30.0) {
         span = 30.0;
         clamped = 1;
-        extensionEpoch = kvx::prec::kClampLate;
+        extensionEpoch = kClampLate;
     }
-    const double clampedEnd = start + kvx::kDaysPerCentury * span;
+    const double clampedEnd = start + kDaysPerCentury * span;
 
     double m[9];
-    kvx::prec::BiasPrecession(clampedEnd, m);
-    if (std::fabs(start - kvx::kJ2000) >= 1.0) {
+    BiasPrecessionAt(clampedEnd, memo, m);
+    if (std::fabs(start - kJ2000) >= 1.0) {
         double p[9], inv[9];
-        kvx::prec::BiasPrecession(start, p);
+        BiasPrecessionAt(start, memo, p);
         GetInvMatrix(p, inv);
         MulMatrix(m, inv, m);
     }
 
     if (clamped != 0) {
-        const double rest = clamped < 0 ? (end - start) + kvx::prec::kThirtyCenturies
-                                        : (end - start) - kvx::prec::kThirtyCenturies;
+        const double rest = clamped < 0 ? (end - start) + kThirtyCenturies
+                                        : (end - start) - kThirtyCenturies;
         const double eps = GetEp(extensionEpoch);
         // X = Rx(-eps) Rz(-50" per year) Rx(eps), multiplied from the left.
         double a[9], b[9], x[9];
@@ -99,7 +146,14 @@ extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
     }
 
     if (exchange) GetInvMatrix(m, out);
-    else for (int k = 0; k < 9; ++k) out[k] = m[k];
+    else Copy(m, out);
+}
+
+}  // namespace kvx::prec
+
+extern "C" void GetPrecMtx(double fromJd, double toJd, double out[9]) {
+    if (!out) return;
+    kvx::prec::PrecessionBetween(fromJd, toJd, nullptr, out);
 }
 
 extern "C" void PrecEqt(const Ad *in, Ad *out, const double m[9]) {

@@ -128,3 +128,18 @@ TEST(ObserverVector, InverseRecoversTheObserver) {
     PcEqtXyzToObs(tiny, 2451545.0, 0.0, 0.0, 1737.4, &back);
     EXPECT_EQ(back.height, -1737400.0);
 }
+
+// The fill evaluates the date's bias-precession once for both matrices and
+// takes J2000.0 from a table made at first use: the matrices must be the
+// bits of GetPrecMtx, across the +-30-century clamps and near J2000.0.
+TEST(ATimeFill, PrecessionMatricesAreThoseOfGetPrecMtx) {
+    for (double jd : {2451545.0, 2451545.4, 2460000.3, 1000000.5, 1355794.0, 3547296.0, 5e6, -1e6}) {
+        ATime t;
+        SetATimeJd2(jd, 0.0, 0.0, nullptr, &t);
+        double to[9], from[9];
+        GetPrecMtx(t.jde, 2451545.0, to);
+        GetPrecMtx(2451545.0, t.jde, from);
+        EXPECT_EQ(std::memcmp(to, t.precToJ2000, sizeof to), 0) << jd;
+        EXPECT_EQ(std::memcmp(from, t.precFromJ2000, sizeof from), 0) << jd;
+    }
+}

@@ -17,13 +17,15 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/fast_trig.h"
 
 namespace kvx::moon {
 
 namespace {
 
-inline double SinDeg(double a) { return std::sin(DegToRad(a)); }
-inline double CosDeg(double a) { return std::cos(DegToRad(a)); }
+// The series use the degree sine and cosine of math/fast_trig.h.
+inline double SinDeg(double a) { return FastSinDeg(a); }
+inline double CosDeg(double a) { return FastCosDeg(a); }
 
 // Inclination of the mean lunar equator on the ecliptic (IAU), degrees, and
 // the fixed values of its cosine and sine used in the optical librations.
@@ -91,17 +93,18 @@ Libration MoonLibration(double t, double lambda, double beta, double alpha, doub
     const Arguments a = FundamentalArguments(t);
 
     // Optical librations.
-    const double w = DegToRad(lambda - a.node);
-    const double b = DegToRad(beta);
-    const double sinW = std::sin(w), cosW = std::cos(w);
-    const double sinB = std::sin(b), cosB = std::cos(b);
+    const SinCos w = FastSinCosDeg(lambda - a.node);
+    const SinCos b = FastSinCosDeg(beta);
+    const double sinW = w.s, cosW = w.c;
+    const double sinB = b.s, cosB = b.c;
     const double bigA = RadToDeg(std::atan2(sinW * cosB * kCosInclination - sinB * kSinInclination, cosW * cosB));
     const double lOpt = bigA - a.f;
     const double bOpt = RadToDeg(std::asin(-sinW * cosB * kSinInclination - sinB * kCosInclination));
 
     // Physical librations.
     const PhysicalLibration p = Series(t, a);
-    const double sinA = SinDeg(bigA), cosA = CosDeg(bigA);
+    const SinCos scA = FastSinCosDeg(bigA);
+    const double sinA = scA.s, cosA = scA.c;
     const double lPhys = -p.tau + (p.rho * cosA + p.sigma * sinA) * std::tan(DegToRad(bOpt));
     const double bPhys = p.sigma * cosA - p.rho * sinA;
 
@@ -112,9 +115,10 @@ Libration MoonLibration(double t, double lambda, double beta, double alpha, doub
     // Position angle of the axis: the pole of the lunar equator in the
     // equatorial frame of date, seen from the Moon's right ascension.
     const double v = a.node + dpsi + p.sigma / std::sin(kInclinationRadians);
-    const double sinIr = SinDeg(kInclination + p.rho), cosIr = CosDeg(kInclination + p.rho);
-    const double x = sinIr * SinDeg(v);
-    const double y = sinIr * CosDeg(v) * CosDeg(eps) - cosIr * SinDeg(eps);
+    const SinCos ir = FastSinCosDeg(kInclination + p.rho), sv = FastSinCosDeg(v), se = FastSinCosDeg(eps);
+    const double sinIr = ir.s, cosIr = ir.c;
+    const double x = sinIr * sv.s;
+    const double y = sinIr * sv.c * se.c - cosIr * se.s;
     const double omega = RadToDeg(std::atan2(x, y));
     out.axisAngle = Normalize180(RadToDeg(std::asin(std::sqrt(x * x + y * y) * CosDeg(alpha - omega) / cosB)));
     return out;

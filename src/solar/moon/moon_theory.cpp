@@ -5,13 +5,15 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/fast_trig.h"
 
 namespace kvx::moon {
 
 namespace {
 
-inline double SinDeg(double a) { return std::sin(DegToRad(a)); }
-inline double CosDeg(double a) { return std::cos(DegToRad(a)); }
+// The series use the degree sine and cosine of math/fast_trig.h.
+inline double SinDeg(double a) { return FastSinDeg(a); }
+inline double CosDeg(double a) { return FastCosDeg(a); }
 
 }  // namespace
 

@@ -30,6 +30,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/fast_trig.h"
 #include "math/vec3.h"
 #include "solar/planet/planet_series_table.h"
 
@@ -39,25 +40,25 @@ namespace {
 
 double CosSum(const SeriesTerm *t, int n, double T) {
     double s = 0.0;
-    for (int k = 0; k < n; ++k) s += (t[k].a + t[k].b * T) * std::cos(DegToRad(t[k].phase + t[k].rate * T));
+    for (int k = 0; k < n; ++k) s += (t[k].a + t[k].b * T) * FastCosDeg(t[k].phase + t[k].rate * T);
     return s;
 }
 
 double SinSum(const SeriesTerm *t, int n, double T) {
     double s = 0.0;
-    for (int k = 0; k < n; ++k) s += (t[k].a + t[k].b * T) * std::sin(DegToRad(t[k].phase + t[k].rate * T));
+    for (int k = 0; k < n; ++k) s += (t[k].a + t[k].b * T) * FastSinDeg(t[k].phase + t[k].rate * T);
     return s;
 }
 
 void Mercury(double jde, double lbr[3]) {
     const double T = (jde - kJ2000) / kDaysPerCentury;
     double l = 252.2502 + 149474.0714 * T;
-    l += (23.4405 + 0.0023 * T) * std::cos(DegToRad(84.7947 + 149472.5153 * T));
-    l += (2.9818 + 0.0006 * T) * std::cos(DegToRad(259.589 + 298945.031 * T));
+    l += (23.4405 + 0.0023 * T) * FastCosDeg(84.7947 + 149472.5153 * T);
+    l += (2.9818 + 0.0006 * T) * FastCosDeg(259.589 + 298945.031 * T);
     l += CosSum(kMercuryLon, kMercuryLonCount, T);
-    double b = (6.7057 + 0.0017 * T) * std::cos(DegToRad(113.919 + 149472.886 * T));
+    double b = (6.7057 + 0.0017 * T) * FastCosDeg(113.919 + 149472.886 * T);
     b += CosSum(kMercuryLat, kMercuryLatCount, T);
-    double r = 0.395283 + (0.078341 + 8e-6 * T) * std::cos(DegToRad(354.795 + 149472.515 * T));
+    double r = 0.395283 + (0.078341 + 8e-6 * T) * FastCosDeg(354.795 + 149472.515 * T);
     r += CosSum(kMercuryRad, kMercuryRadCount, T);
     lbr[0] = vec3::Reduce360(l);
     lbr[1] = b;
@@ -69,7 +70,7 @@ void Venus(double jde, double lbr[3]) {
     const VenusCore &c = kVenusCore;
     const double S = SinSum(kVenusPhase, kVenusPhaseCount, T);
     double l = c.L0 + c.L1 * T + c.L2 * T * T;
-    l += (c.E0 + c.E1 * T) * std::sin(DegToRad(c.g0 + c.g1 * T + 2.0 * S));
+    l += (c.E0 + c.E1 * T) * FastSinDeg(c.g0 + c.g1 * T + 2.0 * S);
     l += SinSum(kVenusLon, kVenusLonCount, T);
     lbr[0] = vec3::Reduce360(l);
     lbr[1] = SinSum(kVenusLat, kVenusLatCount, T);

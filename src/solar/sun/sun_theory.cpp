@@ -14,6 +14,7 @@
 #include <initializer_list>
 
 #include "math/constants.h"
+#include "math/fast_trig.h"
 #include "math/vec3.h"
 #include "solar/sun/sun_newcomb_table.h"
 
@@ -21,8 +22,9 @@ namespace kvx::sun {
 
 namespace {
 
-inline double SinD(double a) { return std::sin(DegToRad(a)); }
-inline double CosD(double a) { return std::cos(DegToRad(a)); }
+// The theory's sines and cosines are those of math/fast_trig.h.
+inline double SinD(double a) { return FastSinDeg(a); }
+inline double CosD(double a) { return FastCosDeg(a); }
 
 // Largest multiple of a mean anomaly in the perturbation tables.
 constexpr int kMaxMultiple = 17;
@@ -31,11 +33,11 @@ constexpr int kMaxMultiple = 17;
 struct Multiples {
     double c[kMaxMultiple + 1], s[kMaxMultiple + 1];
     void Fill(double deg, int n) {
-        const double x = DegToRad(deg);
+        const SinCos x = FastSinCosDeg(deg);
         c[0] = 1.0;
         s[0] = 0.0;
-        c[1] = std::cos(x);
-        s[1] = std::sin(x);
+        c[1] = x.c;
+        s[1] = x.s;
         for (int k = 2; k <= n; ++k) {
             c[k] = c[k - 1] * c[1] - s[k - 1] * s[1];
             s[k] = s[k - 1] * c[1] + c[k - 1] * s[1];
@@ -156,9 +158,10 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     Multiples mD;
     mD.Fill(D, 3);
     const double sD = mD.s[1], cD = mD.c[1], s3D = mD.s[3], c3D = mD.c[3];
-    const double sm = std::sin(DegToRad(m)), cm = std::cos(DegToRad(m));
-    const double sF = std::sin(DegToRad(F)), cF = std::cos(DegToRad(F));
-    const double s2u = std::sin(DegToRad(2.0 * u)), c2u = std::cos(DegToRad(2.0 * u));
+    const SinCos scm = FastSinCosDeg(m), scF = FastSinCosDeg(F), sc2u = FastSinCosDeg(2.0 * u);
+    const double sm = scm.s, cm = scm.c;
+    const double sF = scF.s, cF = scF.c;
+    const double s2u = sc2u.s, c2u = sc2u.c;
     // sin and cos of the combined arguments by the addition theorem.
     const double sDpm = sD * cm + cD * sm, cDpm = cD * cm - sD * sm;          // D + m
     const double sDmm = sD * cm - cD * sm, cDmm = cD * cm + sD * sm;          // D - m
