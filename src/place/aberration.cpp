@@ -24,10 +24,6 @@ namespace {
 
 constexpr double kAberrationConstant = 20.49552;
 
-}  // namespace
-
-namespace {
-
 AberrationTerms Evaluate(double jde, double epsTrue) {
     const double T = (jde - kJ2000) / kDaysPerCentury;
     const double M = degmal(357.528 + 35999.05 * T);
