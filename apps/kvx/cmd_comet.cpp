@@ -133,6 +133,13 @@ std::string TailJson(const CometTail &t) {
         .Text();
 }
 
+// A number as printed on the picture: %g.
+std::string Short(double v) {
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%g", v);
+    return buf;
+}
+
 // Points per drawn curve of the picture.
 constexpr int kCurvePoints = 41;
 
@@ -157,8 +164,9 @@ int RunCometTail(const Args &args, const CometElements &el, ATime &t, const Body
         SkyView view(std::string("Tail of ") + el.designation + "  " + FormatDate(ADate{t.year, t.month, t.day, t.hour, t.minute, t.second, t.tz}) + " " + FormatZone(t.tz),
                      "deg", far > 0.0 ? 1.1 * far : 1.0);
         view.Note("Nucleus at RA " + FormatHms(dust.headRa, 1) + "  Dec " + FormatDms(dust.headDec, 1, true) +
-                  " (J2000.0). Solid: syndynes (beta); dashed: synchrones (days); blue: ion tail at " +
-                  JsonNumber(wind) + " km/s");
+                  " (J2000.0, astrometric)");
+        view.Note("Solid: syndynes (beta); dashed: synchrones (days before); blue: ion tail, " + Short(wind) +
+                  " km/s wind, " + Short(ionLength) + " AU");
         const double maxAge = *std::max_element(ages.begin(), ages.end());
         const double maxBeta = *std::max_element(betas.begin(), betas.end());
         for (double b : betas) {
@@ -166,7 +174,7 @@ int RunCometTail(const Args &args, const CometElements &el, ATime &t, const Body
             if (!GetCometSyndyname(&el, &t, &sun, b, maxAge, kCurvePoints, syn)) continue;
             SkyView::Points pts;
             for (const auto &p : syn) pts.push_back(EastNorth(p.separation, p.pa));
-            view.Line(pts, "#b35900", false, "beta " + JsonNumber(b));
+            view.Line(pts, "#b35900", false, "beta " + Short(b));
         }
         std::vector<double> fine(kCurvePoints);
         for (int k = 0; k < kCurvePoints; ++k) fine[k] = maxBeta * k / (kCurvePoints - 1);
@@ -175,7 +183,7 @@ int RunCometTail(const Args &args, const CometElements &el, ATime &t, const Body
             if (!CalcCometDustTail(&el, &t, &sun, fine.data(), kCurvePoints, &a, 1, syn, nullptr)) continue;
             SkyView::Points pts;
             for (const auto &p : syn) pts.push_back(EastNorth(p.separation, p.pa));
-            view.Line(pts, "#6a3d9a", true, JsonNumber(a) + " d");
+            view.Line(pts, "#6a3d9a", true, Short(a) + " d");
         }
         SkyView::Points ionLine;
         for (const auto &p : ionPts) ionLine.push_back(EastNorth(p.separation, p.pa));

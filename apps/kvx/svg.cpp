@@ -116,7 +116,7 @@ std::string SkyView::Text() const {
     out += "  <text x=\"16\" y=\"" + Num(kSize / 2.0) + "\" font-size=\"11\" text-anchor=\"middle\" transform=\"rotate(-90 16 " +
            Num(kSize / 2.0) + ")\">offset north (" + XmlEscape(unit_) + ")</text>\n";
     // Compass and scale bar in the lower-left corner of the field.
-    const double cx = lo + 30.0, cy = hi - 40.0;
+    const double cx = lo + 50.0, cy = hi - 40.0;
     out += "  <g stroke=\"black\" stroke-width=\"1.2\">\n    <line x1=\"" + Num(cx) + "\" y1=\"" + Num(cy) + "\" x2=\"" +
            Num(cx) + "\" y2=\"" + Num(cy - 25.0) + "\"/>\n    <line x1=\"" + Num(cx) + "\" y1=\"" + Num(cy) + "\" x2=\"" +
            Num(cx - 25.0) + "\" y2=\"" + Num(cy) + "\"/>\n  </g>\n";
