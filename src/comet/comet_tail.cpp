@@ -15,8 +15,8 @@ namespace {
 using vec3::Norm;
 
 // Below this 1 - beta the grain is taken to move on a straight line: the
-// neglected attraction (1 - beta) GM / r^2 moves it by less than 1e-9 AU in
-// 100 days at r >= 0.1 AU.
+// neglected attraction (1 - beta) GM / r^2 moves it by at most 1.5e-7 AU
+// in 100 days at r >= 0.1 AU (1.5e-9 AU at 1 AU).
 constexpr double kFreeFlight = 1e-9;
 
 // Light time of the nucleus and of every grain to a millisecond rather than
