@@ -849,6 +849,91 @@ KVX_API int32_t CalcComet(const CometElements *el, ATime *t, const BodyPos *sunP
  * 0 for a null pointer, n < 2, q <= 0 or rMax <= q on an open orbit. */
 KVX_API int32_t GetCometOrbit(const CometElements *el, int32_t n, double rMax, double *xyz);
 
+/* ----------------------------------------------------------------------
+ * Comet tails                                (src/comet/comet_tail.cpp)
+ *
+ * Dust tail: the mechanical theory of M. L. Finson & R. F. Probstein
+ * (1968, ApJ 154, 327). A grain leaves the nucleus with the nucleus'
+ * velocity (zero relative speed) and then moves on a Kepler orbit about the
+ * Sun under the reduced attraction (1 - beta) GM, beta being the ratio of
+ * the radiation-pressure force to the Sun's gravity (0 <= beta <= 1; beta =
+ * 1 moves on a straight line). A syndyne is the locus of grains of one
+ * beta emitted at all times; a synchrone the locus of grains of all betas
+ * emitted at one time. Each grain's place is seen from the observer with
+ * its own light time, iterated to a millisecond for the grains and the
+ * nucleus alike (CalcComet's second would move a grain against the nucleus
+ * by up to 0.1"), so the nucleus here may differ from CalcComet's place by
+ * that much. Beyond the published theory: radiation pressure that exceeds
+ * gravity (beta > 1) is not modelled.
+ *
+ * Ion tail: a straight plasma tail along the solar-wind velocity seen from
+ * the comet, w - v (w radial from the Sun with the solar-wind speed, v the
+ * comet's heliocentric velocity), the aberration of L. Biermann's solar
+ * wind (J. C. Brandt & R. D. Chapman, Introduction to Comets, 2nd ed.
+ * 2004, ch. 7; M. J. S. Belton & J. C. Brandt 1966, ApJS 13, 125):
+ * tan(epsilon) = v_perp / (w - v_radial). The default wind speed is
+ * 400 km/s. The tail is drawn at the nucleus' light-time instant.
+ *
+ * Places are astrometric (J2000.0 mean equator and equinox, light time,
+ * no aberration), topocentric for t's observer, in degrees, like fields
+ * 1-2 of BodyPos.
+ * ---------------------------------------------------------------------- */
+
+/* One point of a tail. 64 bytes. */
+typedef struct CometTailPoint {
+    double ra, dec;     /* astrometric J2000.0 place, degrees */
+    double distance;    /* observer to the point, AU */
+    double pa;          /* position angle from the nucleus, degrees (0 < pa <= 360, north through east, as AdToPaDist) */
+    double separation;  /* angular distance from the nucleus, degrees */
+    double beta;        /* dust: radiation pressure / gravity; ion tail: -1 */
+    double age;         /* dust: days from emission to observation
+                           (dynamical time); ion tail: days the plasma took
+                           from the nucleus at the relative wind speed */
+    double r;           /* distance from the Sun, AU */
+} CometTailPoint;
+
+/* Summary of a tail. 80 bytes. */
+typedef struct CometTail {
+    double headRa, headDec;  /* astrometric J2000.0 place of the nucleus, degrees */
+    double headDistance;     /* observer to nucleus, AU */
+    double tipRa, tipDec;    /* the tail's end (dust: the grid point farthest from the nucleus) */
+    double pa;               /* position angle of the tip from the nucleus, degrees */
+    double lengthDeg;        /* apparent length: nucleus to tip, degrees */
+    double lengthAu;         /* true length in space: nucleus to tip, AU */
+    double antisolarPa;      /* position angle of the prolonged radius vector (Sun to nucleus) */
+    double aberration;       /* ion tail: angle between tail and prolonged radius vector,
+                                degrees (0..180; the tail lags on the side away from
+                                the comet's motion); dust: -1 */
+} CometTail;
+
+/* One syndyne: n >= 2 grains of radiation-pressure ratio beta (0..1)
+ * emitted maxAge x k / (n - 1) days before t (k = 0..n-1; point 0 is the
+ * nucleus itself), written to out[0..n-1]. sunPos: CalcSun's record for the
+ * same t (the Earth's vector, fields 8-10, is read). Returns n, or 0 for a
+ * null pointer, n < 2, beta outside 0..1 or an orbit that cannot be solved
+ * (out then incomplete). */
+KVX_API int32_t GetCometSyndyname(const CometElements *el, const ATime *t, const BodyPos *sunPos, double beta,
+                                  double maxAge, int32_t n, CometTailPoint *out);
+/* The dust tail on a grid of nBeta betas (0..1) by nAge ages (days before
+ * t): grid[i x nAge + j] is beta[i] emitted ages[j] days before t, so row i
+ * is a syndyne and column j a synchrone. tail (may be null) gets the
+ * nucleus, the grid point of greatest angular distance as the tip, its
+ * apparent and true lengths, and the antisolar direction (aberration =
+ * -1). Returns nBeta x nAge, or 0 as GetCometSyndyname (a null or empty
+ * list included). */
+KVX_API int32_t CalcCometDustTail(const CometElements *el, const ATime *t, const BodyPos *sunPos,
+                                  const double *betas, int32_t nBeta, const double *ages, int32_t nAge,
+                                  CometTailPoint *grid, CometTail *tail);
+/* The ion tail: a straight tail of lengthAu (AU, in space) from the
+ * nucleus along the solar wind seen from the comet, for a wind speed of
+ * windKmS (km/s; 0, negative or not finite: 400 km/s). Fills tail and, when
+ * n >= 2 and out is not null, n points evenly spaced from the nucleus
+ * (point 0) to the tip (point n-1). Returns 1, or 0 for a null el, t,
+ * sunPos or tail, a length that is not positive and finite, or an orbit
+ * that cannot be solved. */
+KVX_API int32_t CalcCometIonTail(const CometElements *el, const ATime *t, const BodyPos *sunPos, double windKmS,
+                                 double lengthAu, int32_t n, CometTailPoint *out, CometTail *tail);
+
 /* end of: Comets and minor planets */
 
 /* ======================================================================

@@ -53,5 +53,7 @@ static_assert(offsetof(CometElements, peri) == 64 && offsetof(CometElements, nod
 static_assert(offsetof(CometElements, equinox) == 88 && offsetof(CometElements, h) == 96 && offsetof(CometElements, slope) == 104);
 static_assert(offsetof(CometElements, epoch) == 112 && offsetof(CometElements, validFrom) == 120 && offsetof(CometElements, validTo) == 128);
 static_assert(sizeof(((CometElements *)nullptr)->designation) == 32);
+static_assert(sizeof(CometTailPoint) == 64 && offsetof(CometTailPoint, beta) == 40 && offsetof(CometTailPoint, r) == 56);
+static_assert(sizeof(CometTail) == 80 && offsetof(CometTail, antisolarPa) == 64 && offsetof(CometTail, aberration) == 72);
 static_assert(sizeof(MoonPhase) == 16);
 static_assert(offsetof(MoonPhase, phase) == 0 && offsetof(MoonPhase, jd) == 8);

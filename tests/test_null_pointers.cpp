@@ -108,6 +108,14 @@ TEST(NullPointers, EveryExportReturnsItsFailureValue) {
                     GetPlanetByElement(nullptr, 2451545.0, v, nullptr) == 0 &&
                     CalPVtoElm(nullptr, v, 2451545.0, 0.0, 2000.0, &elm) == 0;
          }},
+        {"CometTails", [&] {
+             CometTailPoint pt[2] = {};
+             CometTail tl{};
+             const double b = 0.5;
+             return GetCometSyndyname(&comet, &t, &sun, b, 9.0, 2, nullptr) == 0 &&
+                    CalcCometDustTail(&comet, &t, &sun, nullptr, 1, &b, 1, pt, &tl) == 0 &&
+                    CalcCometIonTail(&comet, &t, &sun, 400.0, 0.1, 2, pt, nullptr) == 0 && pt[0].ra == 0.0;
+         }},
         {"CalcComet", [&] {
              return CalcComet(nullptr, &t, &sun, &body) == 0 && GetCometOrbit(nullptr, 41, 6.0, v) == 0 &&
                     GetCometOrbit(&comet, 41, 6.0, nullptr) == 0 && body.f[0] == 123.0;

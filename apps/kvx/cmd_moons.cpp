@@ -9,6 +9,7 @@
 
 #include "commands.h"
 #include "report.h"
+#include "svg.h"
 
 namespace kvx::cli {
 
@@ -96,6 +97,24 @@ int RunMoons(const Args &args) {
         hidden.push_back(r.hidden);
     }
     const std::string strip = ConfigurationStrip(east, index, hidden);
+    if (auto file = args.Option("svg")) {
+        // The planet's disc and its satellites at their offsets, arcseconds.
+        const double radius = planet.f[34] / 2.0;
+        double far = 3.0 * radius;
+        for (const auto &r : rows) far = std::fmax(far, std::fmax(std::fabs(r.east), std::fabs(r.north)));
+        const double half = 1.15 * far;
+        SkyView view(std::string("Satellites of ") + kPlanetNames[code] + "  " +
+                         FormatDate(ADate{t.year, t.month, t.day, t.hour, t.minute, t.second, t.tz}) + " " + FormatZone(t.tz),
+                     "arcsec", half);
+        char note[96];
+        std::snprintf(note, sizeof note, "Apparent places of date; disc %.2f\" across; grey: hidden by the planet or its shadow",
+                      planet.f[34]);
+        view.Note(note);
+        view.Disc(0.0, 0.0, radius, "#d9a441", "");
+        for (const auto &r : rows)
+            view.Disc(r.east, r.north, 0.006 * half, r.hidden ? "#aaaaaa" : "#1f3f7f", r.name);
+        view.Save(*file);
+    }
     if (args.Flag("json")) {
         std::string list = "[";
         for (size_t k = 0; k < rows.size(); ++k) {

@@ -37,8 +37,9 @@ const Command kCommands[] = {
     {"planet", "planet NAME|all [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunPlanet},
     {"comet",
      "comet --line 'MPC line' | --file CometEls.txt [--name TEXT] | --T JDE --q AU --e E --peri D --node D "
-     "--incl D [--H M --K K] [--date ...] [--json]",
-     {"json"}, RunComet},
+     "--incl D [--H M --K K] [--date ...] [--tail [--betas B,... --ages DAYS,... --wind KMS --ion-length AU] [--svg FILE]] "
+     "[--json]",
+     {"json", "tail"}, RunComet},
     {"moon", "moon [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunMoon},
     {"phases", "phases YEAR [MONTH] [--tz H] [--json]", {"json"}, RunPhases},
     {"rise",
@@ -46,7 +47,7 @@ const Command kCommands[] = {
      KVX_PLACE " [--json]",
      {"json", "comet"}, RunRise},
     {"twilight", "twilight [--date YYYY-MM-DD] [--days N | --year Y] " KVX_PLACE " [--json]", {"json"}, RunTwilight},
-    {"moons", "moons mars|jupiter|saturn|uranus|neptune|pluto [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]",
+    {"moons", "moons mars|jupiter|saturn|uranus|neptune|pluto [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--svg FILE] [--json]",
      {"json"}, RunMoons},
     {"jupiter", "jupiter --month YYYY-MM [--tz H] [--json]", {"json"}, RunJupiter},
     {"orbit", "orbit NAME [--date YYYY-MM-DD[Thh:mm]] [--tz H] [--points N] [--json]", {"json"}, RunOrbit},

@@ -10,13 +10,10 @@
 
 namespace kvx::comet {
 
-namespace {
-
 using vec3::Norm;
 using vec3::Rotate;
 using vec3::ToAngles;
 
-// Orbit plane (x, y) to J2000.0 equatorial axes.
 void PlaneToJ2000(const CometElements &el, double x, double y, double out[3]) {
     double pq[9];
     GetVectorConst(pq, el.peri, el.node, el.incl, el.equinox);
@@ -29,8 +26,6 @@ void PlaneToJ2000(const CometElements &el, double x, double y, double out[3]) {
         Rotate(m, out, out);
     }
 }
-
-}  // namespace
 
 int HelioJ2000(const CometElements &el, double jde, double out[3]) {
     OrbitState s;

@@ -11,4 +11,10 @@ namespace kvx::comet {
 // of the equinox year to J2000.0. Returns 1, or 0 when the solver fails.
 int HelioJ2000(const CometElements &el, double jde, double out[3]);
 
+// A vector of the orbit plane (x toward the perihelion) on the J2000.0
+// equator: Gauss vectors of the elements' equinox, then precession from
+// January 1.5 of the equinox year when that is not 2000.0. Linear, so it
+// turns velocities as well as positions.
+void PlaneToJ2000(const CometElements &el, double x, double y, double out[3]);
+
 }  // namespace kvx::comet

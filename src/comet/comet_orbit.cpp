@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "math/constants.h"
+#include "math/vec3.h"
 
 namespace kvx::comet {
 
@@ -230,3 +231,63 @@ extern "C" void GetVectorConst3D(double *m, double omega, double node, double in
     RotateX(-eps, a);
     MulMatrix(a, b, m);
 }
+
+namespace kvx::comet {
+
+// The inverse of SolveOrbit and GetVectorConst (e.g. Danby, Fundamentals of
+// Celestial Mechanics, 2nd ed. 1988, section 6.4): the eccentricity vector
+// e = v x h / mu - r / |r| gives e, the perihelion direction and q =
+// h^2 / (mu (1 + e)); the true anomaly gives the time from perihelion
+// through the same anomaly (E, H or Barker's s) the solvers use.
+int ElementsFromState(const double pos[3], const double vel[3], double jde, double s, CometElements *out) {
+    if (!(s > 0.0 && s <= 1.0)) return 0;
+    const double eps = EquinoxObliquity(2000.0);
+    double r[3], v[3];
+    vec3::EquatorToEcliptic(eps, pos, r);
+    vec3::EquatorToEcliptic(eps, vel, v);
+    const double mu = s * s * kGauss * kGauss;
+    const double rn = vec3::Norm(r);
+    const double h[3] = {r[1] * v[2] - r[2] * v[1], r[2] * v[0] - r[0] * v[2], r[0] * v[1] - r[1] * v[0]};
+    const double hn = vec3::Norm(h);
+    if (!(rn > 0.0) || !(hn > 0.0) || !std::isfinite(hn)) return 0;
+    double ev[3] = {(v[1] * h[2] - v[2] * h[1]) / mu - r[0] / rn, (v[2] * h[0] - v[0] * h[2]) / mu - r[1] / rn,
+                    (v[0] * h[1] - v[1] * h[0]) / mu - r[2] / rn};
+    const double e = vec3::Norm(ev);
+    const double q = hn * hn / mu / (1.0 + e);
+    const double incl = std::acos(std::fmax(-1.0, std::fmin(1.0, h[2] / hn)));
+    const double node = std::hypot(h[0], h[1]) > 1e-15 * hn ? std::atan2(h[0], -h[1]) : 0.0;
+    // Node line n and m = h x n / |h|, 90 degrees ahead of it in the plane.
+    const double n[3] = {std::cos(node), std::sin(node), 0.0};
+    const double m[3] = {(h[1] * n[2] - h[2] * n[1]) / hn, (h[2] * n[0] - h[0] * n[2]) / hn,
+                         (h[0] * n[1] - h[1] * n[0]) / hn};
+    auto dot = [](const double a[3], const double b[3]) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; };
+    const double peri = e > 1e-12 ? std::atan2(dot(ev, m), dot(ev, n)) : 0.0;
+    const double nu = std::atan2(dot(r, m), dot(r, n)) - peri;
+    // Time from perihelion at the Gaussian constant (the solvers' clock).
+    double since;
+    if (std::fabs(e - 1.0) < 1e-8) {
+        const double w = std::tan(nu / 2.0);
+        since = (w * w * w / 3.0 + w) * std::sqrt(q) * q * std::sqrt(2.0) / kGauss;
+    } else if (e < 1.0) {
+        const double a = q / (1.0 - e);
+        const double E = 2.0 * std::atan2(std::sqrt(1.0 - e) * std::sin(nu / 2.0), std::sqrt(1.0 + e) * std::cos(nu / 2.0));
+        since = (E - e * std::sin(E)) * std::sqrt(a) * a / kGauss;
+    } else {
+        const double a = q / (e - 1.0);
+        const double H = 2.0 * std::atanh(std::sqrt((e - 1.0) / (e + 1.0)) * std::tan(nu / 2.0));
+        since = (e * std::sinh(H) - H) * std::sqrt(a) * a / kGauss;
+    }
+    if (!std::isfinite(since) || !(q > 0.0)) return 0;
+    std::memset(out, 0, sizeof *out);
+    out->kind = 'C';
+    out->perihelionJd = jde - since / s;
+    out->e = e;
+    out->q = q;
+    out->peri = vec3::Reduce360(RadToDeg(peri));
+    out->node = vec3::Reduce360(RadToDeg(node));
+    out->incl = RadToDeg(incl);
+    out->equinox = 2000.0;
+    return 1;
+}
+
+}  // namespace kvx::comet

@@ -34,6 +34,14 @@ bool IsMinorPlanet(const CometElements &el);
 // K log r, or the H, G law of minor planets.
 double Magnitude(const CometElements &el, double R, double r, double delta);
 
+// Perihelion elements (equinox 2000.0) of the conic through a heliocentric
+// state on the J2000.0 equator (AU, AU/day) at dynamical Julian date jde,
+// for the attraction s^2 GM (0 < s <= 1; GM = k^2). The solvers work with
+// k, so the orbit is read at the stretched time T + (t - T) s: at that
+// argument SolveOrbit gives the position on the weaker orbit at t.
+// Returns 1, or 0 for a zero or radial state or s outside (0, 1].
+int ElementsFromState(const double pos[3], const double vel[3], double jde, double s, CometElements *out);
+
 // Obliquity (degrees) used to orient orbits of the equinox year y.
 double EquinoxObliquity(double equinoxYear);
 

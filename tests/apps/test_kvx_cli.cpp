@@ -125,7 +125,12 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "const 10 95", "const x 10", "const 1:99 10", "const 10 20 --epoch B1950", "const --list 10", "phases",
              "phases 2024 13", "phases year", "phases 2024.5", "phases 2024 1 2", "moon extra",
              "moon --date nonsense", "orbit", "orbit vulcan", "orbit mars --points 1", "planet", "planet vulcan",
-             "comet --line 'too short'", "comet --q 1"}) {
+             "comet --line 'too short'", "comet --q 1",
+             "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --betas 0.1,1.5",
+             "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --ages 5,x",
+             "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --wind -5",
+             "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --svg t.svg",
+             "moons saturn --svg /nonexistent-dir/view.svg"}) {
         const KvxResult r = RunKvx(bad);
         EXPECT_EQ(r.status, 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;
