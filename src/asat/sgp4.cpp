@@ -17,7 +17,6 @@ constexpr double kCk2 = 0.0005413145;               // J2 / 2
 constexpr double kCk4x125 = 7.59375e-7;             // 1.25 * (-3/8 J4)
 constexpr double kA3ovk2 = 0.004692281474078377;    // -J3 / k2
 constexpr double kQoms2t = 1.880276800610929e-09;   // ((120 - 78) km / a)^4
-constexpr double kS = 1.0 + 78.0 / 6378.137;         // s0 = 78 km above the surface
 constexpr double kKmPerEr = 6378.137;
 constexpr double kSimpleLimit = 1.0344928307435228;  // 1 + 220 km
 constexpr double kTwoThirds = 2.0 / 3.0;
@@ -42,14 +41,123 @@ double Actan(double s, double c) {
 
 }  // namespace
 
+void SetUpSecular(const Elm &elm, const SecularSetUp &s, SecularTerms *out) {
+    SecularTerms &m = *out;
+    m.mo = elm.meanAnomaly;
+    m.argpo = elm.argPerigee;
+    m.nodeo = elm.raan;
+    m.bstar = elm.bstar;
+    m.simple = s.simple;
+    const double e0 = elm.eccentricity;
+    const double beta02 = 1.0 - e0 * e0;
+    const double beta0 = std::sqrt(beta02);
+    const double theta2 = s.cosi * s.cosi;
+
+    // Drag: the s and q0 - s of the density function move down with a low
+    // perigee.
+    double s4 = 78.0 / s.radiusKm + 1.0;
+    double qoms24 = s.qoms2t;
+    const double perigee = (s.a0 * (1.0 - e0) - 1.0) * s.radiusKm;
+    if (perigee < 156.0) {
+        s4 = perigee <= 98.0 ? 20.0 : perigee - 78.0;
+        const double q = (120.0 - s4) / s.radiusKm;
+        qoms24 = q * q * q * q;
+        s4 = s4 / s.radiusKm + 1.0;
+    }
+    const double tsi = 1.0 / (s.a0 - s4);
+    m.eta = s.a0 * e0 * tsi;
+    const double etasq = m.eta * m.eta;
+    const double eeta = e0 * m.eta;
+    const double psisq = std::fabs(1.0 - etasq);
+    const double coef = s.revision2006 ? qoms24 * std::pow(tsi, 4.0) : qoms24 * (tsi * tsi) * (tsi * tsi);
+    const double coef1 = coef / std::pow(psisq, 3.5);
+    const double c2 = coef1 * s.n0 *
+                      (s.a0 * (1.0 + 1.5 * etasq + eeta * (4.0 + etasq)) +
+                       0.75 * s.ck2 * tsi / psisq * s.x3thm1 * (8.0 + 3.0 * etasq * (8.0 + etasq)));
+    m.cc1 = m.bstar * c2;
+    // C3 and the mean-anomaly drag coefficient divide by e0 (through eta):
+    // for a circular orbit both terms vanish with e0 in the position, so
+    // they are taken as 0 there instead of 0/0 (the revision already below
+    // e0 = 1e-4).
+    const bool c3Term = s.revision2006 ? e0 > 1.0e-4 : e0 != 0.0;
+    const bool xmcofTerm = s.revision2006 ? e0 > 1.0e-4 : eeta != 0.0;
+    const double c3 = c3Term ? coef * tsi * s.a3ovk2 * s.n0 * s.sini / e0 : 0.0;
+    m.x1mth2 = 1.0 - theta2;
+    m.cc4 = 2.0 * s.n0 * coef1 * s.a0 * beta02 *
+            (m.eta * (2.0 + 0.5 * etasq) + e0 * (0.5 + 2.0 * etasq) -
+             2.0 * s.ck2 * tsi / (s.a0 * psisq) *
+                 (-3.0 * s.x3thm1 * (1.0 - 2.0 * eeta + etasq * (1.5 - 0.5 * eeta)) +
+                  0.75 * m.x1mth2 * (2.0 * etasq - eeta * (1.0 + etasq)) * std::cos(2.0 * m.argpo)));
+    m.cc5 = 2.0 * coef1 * s.a0 * beta02 * (1.0 + 2.75 * (etasq + eeta) + eeta * etasq);
+
+    // Secular rates of mean anomaly, argument of perigee and node.
+    const double theta4 = theta2 * theta2;
+    const double temp1 = 3.0 * s.ck2 * s.pinvsq * s.n0;
+    const double temp2 = temp1 * s.ck2 * s.pinvsq;
+    const double temp3 = s.k4 * s.pinvsq * s.pinvsq * s.n0;
+    m.mdot = s.n0 + 0.5 * temp1 * beta0 * s.x3thm1 + 0.0625 * temp2 * beta0 * (13.0 - 78.0 * theta2 + 137.0 * theta4);
+    const double x1m5th = 1.0 - 5.0 * theta2;
+    m.argpdot = -0.5 * temp1 * x1m5th + 0.0625 * temp2 * (7.0 - 114.0 * theta2 + 395.0 * theta4) +
+                temp3 * (3.0 - 36.0 * theta2 + 49.0 * theta4);
+    const double xhdot1 = -temp1 * s.cosi;
+    m.nodedot = xhdot1 + (0.5 * temp2 * (4.0 - 19.0 * theta2) + 2.0 * temp3 * (3.0 - 7.0 * theta2)) * s.cosi;
+    m.omgcof = m.bstar * c3 * std::cos(m.argpo);
+    m.xmcof = xmcofTerm ? -kTwoThirds * coef * m.bstar / eeta : 0.0;
+    m.nodecf = 3.5 * beta02 * xhdot1 * m.cc1;
+    m.t2cof = 1.5 * m.cc1;
+    // 1 + cos i vanishes only for a retrograde equatorial orbit; the
+    // divisor is kept away from 0 as in the 2006 revision of the model.
+    const double onePlusCos = std::fabs(1.0 + s.cosi) > 1.5e-12 ? 1.0 + s.cosi : 1.5e-12;
+    m.xlcof = 0.125 * s.a3ovk2 * s.sini * (3.0 + 5.0 * s.cosi) / onePlusCos;
+    m.aycof = 0.25 * s.a3ovk2 * s.sini;
+    const double dm = 1.0 + m.eta * std::cos(m.mo);
+    m.delmo = dm * dm * dm;
+    m.sinmao = std::sin(m.mo);
+    m.x7thm1 = 7.0 * theta2 - 1.0;
+    m.d2 = m.d3 = m.d4 = m.t3cof = m.t4cof = m.t5cof = 0.0;
+    if (!m.simple) {
+        const double c1sq = m.cc1 * m.cc1;
+        m.d2 = 4.0 * s.a0 * tsi * c1sq;
+        const double temp = m.d2 * tsi * m.cc1 / 3.0;
+        m.d3 = (17.0 * s.a0 + s4) * temp;
+        m.d4 = 0.5 * temp * s.a0 * tsi * (221.0 * s.a0 + 31.0 * s4) * m.cc1;
+        m.t3cof = m.d2 + 2.0 * c1sq;
+        m.t4cof = 0.25 * (3.0 * m.d3 + m.cc1 * (12.0 * m.d2 + 10.0 * c1sq));
+        m.t5cof = 0.2 * (3.0 * m.d4 + 12.0 * m.cc1 * m.d3 + 6.0 * m.d2 * m.d2 + 15.0 * c1sq * (2.0 * m.d2 + c1sq));
+    }
+}
+
+Secular SecularUpdate(const SecularTerms &m, double t) {
+    Secular s;
+    const double xmdf = m.mo + m.mdot * t;
+    const double argpdf = m.argpo + m.argpdot * t;
+    s.mm = xmdf;
+    s.argpm = argpdf;
+    const double t2 = t * t;
+    s.nodem = m.nodeo + m.nodedot * t + m.nodecf * t2;
+    s.tempa = 1.0 - m.cc1 * t;
+    s.tempe = m.bstar * m.cc4 * t;
+    s.templ = m.t2cof * t2;
+    if (!m.simple) {
+        const double delomg = m.omgcof * t;
+        const double dm = 1.0 + m.eta * std::cos(xmdf);
+        const double delm = m.xmcof * (dm * dm * dm - m.delmo);
+        const double temp = delomg + delm;
+        s.mm = xmdf + temp;
+        s.argpm = argpdf - temp;
+        const double t3 = t2 * t;
+        const double t4 = t * t3;
+        s.tempa = s.tempa - m.d2 * t2 - m.d3 * t3 - m.d4 * t4;
+        s.tempe = s.tempe + m.bstar * m.cc5 * (std::sin(s.mm) - m.sinmao);
+        s.templ = s.templ + m.t3cof * t3 + t4 * (m.t4cof + t * m.t5cof);
+    }
+    return s;
+}
+
 void InitNearEarth(const Elm &elm, NearEarth *out) {
     NearEarth &m = *out;
     m.e0 = elm.eccentricity;
     m.i0 = elm.inclination;
-    m.node0 = elm.raan;
-    m.omega0 = elm.argPerigee;
-    m.m0 = elm.meanAnomaly;
-    m.bstar = elm.bstar;
     m.deepSpace = 0;
     m.initialised = 1;
 
@@ -67,111 +175,64 @@ void InitNearEarth(const Elm &elm, NearEarth *out) {
     const double d0 = 1.5 * kCk2 * m.x3thm1 / (a0 * a0 * beta0 * beta02);
     m.n0dp = n0 / (1.0 + d0);
     m.a0dp = a0 / (1.0 - d0);
-
-    // Drag: the s and q0 - s of the density function move down with a low
-    // perigee.
-    m.simple = m.a0dp * (1.0 - m.e0) < kSimpleLimit;
-    double s4 = kS;
-    double qoms24 = kQoms2t;
-    const double perigee = (m.a0dp * (1.0 - m.e0) - 1.0) * kKmPerEr;
-    if (perigee < 156.0) {
-        s4 = perigee <= 98.0 ? 20.0 : perigee - 78.0;
-        const double q = (120.0 - s4) / kKmPerEr;
-        qoms24 = q * q * q * q;
-        s4 = s4 / kKmPerEr + 1.0;
-    }
-    const double pinvsq = 1.0 / (m.a0dp * m.a0dp * beta02 * beta02);
-    const double tsi = 1.0 / (m.a0dp - s4);
-    m.eta = m.a0dp * m.e0 * tsi;
-    const double etasq = m.eta * m.eta;
-    const double eeta = m.e0 * m.eta;
-    const double psisq = std::fabs(1.0 - etasq);
-    const double tsi2 = tsi * tsi;
-    const double coef = qoms24 * tsi2 * tsi2;
-    const double coef1 = coef / std::pow(psisq, 3.5);
-    const double c2 = coef1 * m.n0dp *
-                      (m.a0dp * (1.0 + 1.5 * etasq + eeta * (4.0 + etasq)) +
-                       0.75 * kCk2 * tsi / psisq * m.x3thm1 * (8.0 + 3.0 * etasq * (8.0 + etasq)));
-    m.c1 = m.bstar * c2;
     m.sini = std::sin(m.i0);
-    // C3 and the mean-anomaly drag coefficient divide by e0 (through eta):
-    // for a circular orbit both terms vanish with e0 in the position, so
-    // they are taken as 0 there instead of 0/0.
-    const double c3 = m.e0 != 0.0 ? coef * tsi * kA3ovk2 * m.n0dp * m.sini / m.e0 : 0.0;
-    m.x1mth2 = 1.0 - theta2;
-    m.c4 = 2.0 * m.n0dp * coef1 * m.a0dp * beta02 *
-           (m.eta * (2.0 + 0.5 * etasq) + m.e0 * (0.5 + 2.0 * etasq) -
-            2.0 * kCk2 * tsi / (m.a0dp * psisq) *
-                (-3.0 * m.x3thm1 * (1.0 - 2.0 * eeta + etasq * (1.5 - 0.5 * eeta)) +
-                 0.75 * m.x1mth2 * (2.0 * etasq - eeta * (1.0 + etasq)) * std::cos(2.0 * m.omega0)));
-    m.c5 = 2.0 * coef1 * m.a0dp * beta02 * (1.0 + 2.75 * (etasq + eeta) + eeta * etasq);
 
-    // Secular rates of mean anomaly, argument of perigee and node.
-    const double theta4 = theta2 * theta2;
-    const double temp1 = 3.0 * kCk2 * pinvsq * m.n0dp;
-    const double temp2 = temp1 * kCk2 * pinvsq;
-    const double temp3 = kCk4x125 * pinvsq * pinvsq * m.n0dp;
-    m.mdot = m.n0dp + 0.5 * temp1 * beta0 * m.x3thm1 + 0.0625 * temp2 * beta0 * (13.0 - 78.0 * theta2 + 137.0 * theta4);
-    const double x1m5th = 1.0 - 5.0 * theta2;
-    m.omgdot = -0.5 * temp1 * x1m5th + 0.0625 * temp2 * (7.0 - 114.0 * theta2 + 395.0 * theta4) +
-               temp3 * (3.0 - 36.0 * theta2 + 49.0 * theta4);
-    const double xhdot1 = -temp1 * m.cosi;
-    m.nodedot = xhdot1 + (0.5 * temp2 * (4.0 - 19.0 * theta2) + 2.0 * temp3 * (3.0 - 7.0 * theta2)) * m.cosi;
-    m.omgcof = m.bstar * c3 * std::cos(m.omega0);
-    m.xmcof = eeta != 0.0 ? -kTwoThirds * coef * m.bstar / eeta : 0.0;
-    m.xnodcf = 3.5 * beta02 * xhdot1 * m.c1;
-    m.t2cof = 1.5 * m.c1;
-    // 1 + cos i vanishes only for a retrograde equatorial orbit; the
-    // divisor is kept away from 0 as in the 2006 revision of the model.
-    const double onePlusCos = std::fabs(1.0 + m.cosi) > 1.5e-12 ? 1.0 + m.cosi : 1.5e-12;
-    m.xlcof = 0.125 * kA3ovk2 * m.sini * (3.0 + 5.0 * m.cosi) / onePlusCos;
-    m.aycof = 0.25 * kA3ovk2 * m.sini;
-    const double dm = 1.0 + m.eta * std::cos(m.m0);
-    m.delmo = dm * dm * dm;
-    m.sinmo = std::sin(m.m0);
-    m.x7thm1 = 7.0 * theta2 - 1.0;
-    m.d2 = m.d3 = m.d4 = m.t3cof = m.t4cof = m.t5cof = 0.0;
-    if (!m.simple) {
-        const double c1sq = m.c1 * m.c1;
-        m.d2 = 4.0 * m.a0dp * tsi * c1sq;
-        const double temp = m.d2 * tsi * m.c1 / 3.0;
-        m.d3 = (17.0 * m.a0dp + s4) * temp;
-        m.d4 = 0.5 * temp * m.a0dp * tsi * (221.0 * m.a0dp + 31.0 * s4) * m.c1;
-        m.t3cof = m.d2 + 2.0 * c1sq;
-        m.t4cof = 0.25 * (3.0 * m.d3 + m.c1 * (12.0 * m.d2 + 10.0 * c1sq));
-        m.t5cof = 0.2 * (3.0 * m.d4 + 12.0 * m.c1 * m.d3 + 6.0 * m.d2 * m.d2 + 15.0 * c1sq * (2.0 * m.d2 + c1sq));
+    SecularSetUp s;
+    s.n0 = m.n0dp;
+    s.a0 = m.a0dp;
+    s.cosi = m.cosi;
+    s.sini = m.sini;
+    s.x3thm1 = m.x3thm1;
+    s.pinvsq = 1.0 / (m.a0dp * m.a0dp * beta02 * beta02);
+    s.radiusKm = kKmPerEr;
+    s.ck2 = kCk2;
+    s.k4 = kCk4x125;
+    s.a3ovk2 = kA3ovk2;
+    s.qoms2t = kQoms2t;
+    s.revision2006 = false;
+    s.simple = m.a0dp * (1.0 - m.e0) < kSimpleLimit;
+    SetUpSecular(elm, s, &m);
+}
+
+void Orientation(double uk, double ik, double nodek, double u[3], double v[3]) {
+    const double sinuk = std::sin(uk), cosuk = std::cos(uk);
+    const double sinik = std::sin(ik), cosik = std::cos(ik);
+    const double sinnok = std::sin(nodek), cosnok = std::cos(nodek);
+    const double mx = -sinnok * cosik, my = cosnok * cosik, mz = sinik;
+    u[0] = mx * sinuk + cosnok * cosuk;
+    u[1] = my * sinuk + sinnok * cosuk;
+    u[2] = mz * sinuk;
+    v[0] = mx * cosuk - cosnok * sinuk;
+    v[1] = my * cosuk - sinnok * sinuk;
+    v[2] = mz * cosuk;
+}
+
+bool StoreFiniteState(const double p[3], const double w[3], double r[3], double v[3]) {
+    for (int k = 0; k < 3; ++k)
+        if (!std::isfinite(p[k]) || !std::isfinite(w[k])) return false;
+    for (int k = 0; k < 3; ++k) {
+        r[k] = p[k];
+        v[k] = w[k];
     }
+    return true;
+}
+
+int32_t CopyState(const double r[3], const double v[3], double *position, double *velocity) {
+    for (int k = 0; k < 3; ++k) {
+        if (position) position[k] = r[k];
+        if (velocity) velocity[k] = v[k];
+    }
+    return 1;
 }
 
 bool PropagateNearEarth(const NearEarth &m, double tsince, double r[3], double v[3]) {
     // Secular gravity and drag.
-    const double xmdf = m.m0 + m.mdot * tsince;
-    const double omgadf = m.omega0 + m.omgdot * tsince;
-    const double xnoddf = m.node0 + m.nodedot * tsince;
-    double omega = omgadf;
-    double xmp = xmdf;
-    const double tsq = tsince * tsince;
-    const double xnode = xnoddf + m.xnodcf * tsq;
-    double tempa = 1.0 - m.c1 * tsince;
-    double tempe = m.bstar * m.c4 * tsince;
-    double templ = m.t2cof * tsq;
-    if (!m.simple) {
-        const double delomg = m.omgcof * tsince;
-        const double dm = 1.0 + m.eta * std::cos(xmdf);
-        const double delm = m.xmcof * (dm * dm * dm - m.delmo);
-        const double temp = delomg + delm;
-        xmp = xmdf + temp;
-        omega = omgadf - temp;
-        const double tcube = tsq * tsince;
-        const double tfour = tsince * tcube;
-        tempa = tempa - m.d2 * tsq - m.d3 * tcube - m.d4 * tfour;
-        tempe = tempe + m.bstar * m.c5 * (std::sin(xmp) - m.sinmo);
-        templ = templ + m.t3cof * tcube + tfour * (m.t4cof + tsince * m.t5cof);
-    }
-    const double a = m.a0dp * tempa * tempa;
-    const double e = m.e0 - tempe;
+    const Secular sec = SecularUpdate(m, tsince);
+    const double xmp = sec.mm, omega = sec.argpm, xnode = sec.nodem;
+    const double a = m.a0dp * sec.tempa * sec.tempa;
+    const double e = m.e0 - sec.tempe;
     if (!(e * e <= 1.0)) return false;
-    const double xl = xmp + omega + xnode + m.n0dp * templ;
+    const double xl = xmp + omega + xnode + m.n0dp * sec.templ;
     const double beta = std::sqrt(1.0 - e * e);
     const double xn = kXke / std::pow(a, 1.5);
 
@@ -231,29 +292,15 @@ bool PropagateNearEarth(const NearEarth &m, double tsince, double r[3], double v
     const double rdotk = rdot - xn * temp1 * m.x1mth2 * sin2u;
     const double rfdotk = rfdot + xn * temp1 * (m.x1mth2 * cos2u + 1.5 * m.x3thm1);
 
-    // Orientation vectors.
-    const double sinuk = std::sin(uk), cosuk = std::cos(uk);
-    const double sinik = std::sin(xinck), cosik = std::cos(xinck);
-    const double sinnok = std::sin(xnodek), cosnok = std::cos(xnodek);
-    const double mx = -sinnok * cosik, my = cosnok * cosik, mz = sinik;
-    const double ux = mx * sinuk + cosnok * cosuk;
-    const double uy = my * sinuk + sinnok * cosuk;
-    const double uz = mz * sinuk;
-    const double vx = mx * cosuk - cosnok * sinuk;
-    const double vy = my * cosuk - sinnok * sinuk;
-    const double vz = mz * cosuk;
+    double dirU[3], dirV[3];
+    Orientation(uk, xinck, xnodek, dirU, dirV);
+    const double ux = dirU[0], uy = dirU[1], uz = dirU[2], vx = dirV[0], vy = dirV[1], vz = dirV[2];
 
     const double p[3] = {rk * ux * kKmPerEr, rk * uy * kKmPerEr, rk * uz * kKmPerEr};
     const double scale = kKmPerEr / 60.0;
-    const double w[3] = {(rdotk * ux + rfdotk * vx) * scale, (rdotk * uy + rfdotk * vy) * scale,
+    const double q[3] = {(rdotk * ux + rfdotk * vx) * scale, (rdotk * uy + rfdotk * vy) * scale,
                          (rdotk * uz + rfdotk * vz) * scale};
-    for (int k = 0; k < 3; ++k)
-        if (!std::isfinite(p[k]) || !std::isfinite(w[k])) return false;
-    for (int k = 0; k < 3; ++k) {
-        r[k] = p[k];
-        v[k] = w[k];
-    }
-    return true;
+    return StoreFiniteState(p, q, r, v);
 }
 
 }  // namespace kvx::asat
@@ -266,11 +313,7 @@ extern "C" int32_t CalcASat(double jd, const Elm *elm, double *position, double 
     InitNearEarth(*elm, &m);
     double r[3], v[3];
     if (!PropagateNearEarth(m, (jd - elm->epoch) * 1440.0, r, v)) return 0;
-    for (int k = 0; k < 3; ++k) {
-        if (position) position[k] = r[k];
-        if (velocity) velocity[k] = v[k];
-    }
-    return 1;
+    return CopyState(r, v, position, velocity);
 }
 
 extern "C" int32_t CalcASat2(double jd, const Elm *first, const Elm *second, double *position, double *velocity) {
@@ -288,9 +331,5 @@ extern "C" int32_t CalcASat2(double jd, const Elm *first, const Elm *second, dou
             v1[k] = v1[k] + f * (v2[k] - v1[k]);
         }
     }
-    for (int k = 0; k < 3; ++k) {
-        if (position) position[k] = r1[k];
-        if (velocity) velocity[k] = v1[k];
-    }
-    return 1;
+    return CopyState(r1, v1, position, velocity);
 }

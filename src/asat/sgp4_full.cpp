@@ -66,12 +66,10 @@ struct Resonance {
     double del1, del2, del3, xfact, xlamo;
 };
 
-struct Model {
-    // elements after the deep-space epoch adjustments
-    double ecco, inclo, nodeo, argpo, mo, bstar, noUnkozai;
-    bool deep, simple;
-    double aycof, con41, cc1, cc4, cc5, d2, d3, d4, delmo, eta, argpdot, omgcof, sinmao;
-    double t2cof, t3cof, t4cof, t5cof, x1mth2, x7thm1, mdot, nodedot, xlcof, xmcof, nodecf;
+struct Model : SecularTerms {
+    double ecco, inclo, noUnkozai;
+    bool deep;
+    double con41;
     double gsto;
     double dedt, didt, dmdt, dnodt, domdt;
     Periodics p;
@@ -486,62 +484,23 @@ bool Init(const Elm &elm, Model *out) {
     if (!(m.noUnkozai > 0.0) || !(omeosq > 0.0) || !std::isfinite(ao)) return false;
 
     // Near-Earth drag and gravity coefficients.
-    m.simple = rp < 220.0 / kRe + 1.0;
-    double sfour = 78.0 / kRe + 1.0;
+    SecularSetUp s;
+    s.n0 = m.noUnkozai;
+    s.a0 = ao;
+    s.cosi = cosio;
+    s.sini = sinio;
+    s.x3thm1 = m.con41;
+    s.pinvsq = 1.0 / posq;
+    s.radiusKm = kRe;
+    s.ck2 = 0.5 * kJ2;
+    s.k4 = -0.46875 * kJ4;
+    s.a3ovk2 = -2.0 * kJ3oJ2;
     const double qz = (120.0 - 78.0) / kRe;
-    double qzms24 = qz * qz * qz * qz;
-    const double perige = (rp - 1.0) * kRe;
-    if (perige < 156.0) {
-        sfour = perige - 78.0;
-        if (perige < 98.0) sfour = 20.0;
-        const double q = (120.0 - sfour) / kRe;
-        qzms24 = q * q * q * q;
-        sfour = sfour / kRe + 1.0;
-    }
-    const double pinvsq = 1.0 / posq;
-    const double tsi = 1.0 / (ao - sfour);
-    m.eta = ao * m.ecco * tsi;
-    const double etasq = m.eta * m.eta;
-    const double eeta = m.ecco * m.eta;
-    const double psisq = std::fabs(1.0 - etasq);
-    const double coef = qzms24 * std::pow(tsi, 4.0);
-    const double coef1 = coef / std::pow(psisq, 3.5);
-    const double cc2 = coef1 * m.noUnkozai *
-                       (ao * (1.0 + 1.5 * etasq + eeta * (4.0 + etasq)) +
-                        0.375 * kJ2 * tsi / psisq * m.con41 * (8.0 + 3.0 * etasq * (8.0 + etasq)));
-    m.cc1 = m.bstar * cc2;
-    double cc3 = 0.0;
-    if (m.ecco > 1.0e-4) cc3 = -2.0 * coef * tsi * kJ3oJ2 * m.noUnkozai * sinio / m.ecco;
-    m.x1mth2 = 1.0 - cosio2;
-    m.cc4 = 2.0 * m.noUnkozai * coef1 * ao * omeosq *
-            (m.eta * (2.0 + 0.5 * etasq) + m.ecco * (0.5 + 2.0 * etasq) -
-             kJ2 * tsi / (ao * psisq) *
-                 (-3.0 * m.con41 * (1.0 - 2.0 * eeta + etasq * (1.5 - 0.5 * eeta)) +
-                  0.75 * m.x1mth2 * (2.0 * etasq - eeta * (1.0 + etasq)) * std::cos(2.0 * m.argpo)));
-    m.cc5 = 2.0 * coef1 * ao * omeosq * (1.0 + 2.75 * (etasq + eeta) + eeta * etasq);
-    const double cosio4 = cosio2 * cosio2;
-    const double temp1 = 1.5 * kJ2 * pinvsq * m.noUnkozai;
-    const double temp2 = 0.5 * temp1 * kJ2 * pinvsq;
-    const double temp3 = -0.46875 * kJ4 * pinvsq * pinvsq * m.noUnkozai;
-    m.mdot = m.noUnkozai + 0.5 * temp1 * rteosq * m.con41 +
-             0.0625 * temp2 * rteosq * (13.0 - 78.0 * cosio2 + 137.0 * cosio4);
-    m.argpdot = -0.5 * temp1 * con42 + 0.0625 * temp2 * (7.0 - 114.0 * cosio2 + 395.0 * cosio4) +
-                temp3 * (3.0 - 36.0 * cosio2 + 49.0 * cosio4);
-    const double xhdot1 = -temp1 * cosio;
-    m.nodedot = xhdot1 + (0.5 * temp2 * (4.0 - 19.0 * cosio2) + 2.0 * temp3 * (3.0 - 7.0 * cosio2)) * cosio;
+    s.qoms2t = qz * qz * qz * qz;
+    s.revision2006 = true;
+    s.simple = rp < 220.0 / kRe + 1.0;
+    SetUpSecular(elm, s, &m);
     const double xpidot = m.argpdot + m.nodedot;
-    m.omgcof = m.bstar * cc3 * std::cos(m.argpo);
-    m.xmcof = 0.0;
-    if (m.ecco > 1.0e-4) m.xmcof = -kX2o3 * coef * m.bstar / eeta;
-    m.nodecf = 3.5 * omeosq * xhdot1 * m.cc1;
-    m.t2cof = 1.5 * m.cc1;
-    const double div = std::fabs(cosio + 1.0) > 1.5e-12 ? 1.0 + cosio : 1.5e-12;
-    m.xlcof = -0.25 * kJ3oJ2 * sinio * (3.0 + 5.0 * cosio) / div;
-    m.aycof = -0.5 * kJ3oJ2 * sinio;
-    const double delmotemp = 1.0 + m.eta * std::cos(m.mo);
-    m.delmo = delmotemp * delmotemp * delmotemp;
-    m.sinmao = std::sin(m.mo);
-    m.x7thm1 = 7.0 * cosio2 - 1.0;
 
     if (2.0 * kPi / m.noUnkozai >= 225.0) {
         m.deep = true;
@@ -550,44 +509,14 @@ bool Init(const Elm &elm, Model *out) {
         DeepCommon(epoch, m.ecco, m.argpo, m.inclo, m.nodeo, m.noUnkozai, &c, &m.p);
         DeepInit(c, xpidot, eccsq, &m);
     }
-    if (!m.simple) {
-        const double cc1sq = m.cc1 * m.cc1;
-        m.d2 = 4.0 * ao * tsi * cc1sq;
-        const double temp = m.d2 * tsi * m.cc1 / 3.0;
-        m.d3 = (17.0 * ao + sfour) * temp;
-        m.d4 = 0.5 * temp * ao * tsi * (221.0 * ao + 31.0 * sfour) * m.cc1;
-        m.t3cof = m.d2 + 2.0 * cc1sq;
-        m.t4cof = 0.25 * (3.0 * m.d3 + m.cc1 * (12.0 * m.d2 + 10.0 * cc1sq));
-        m.t5cof = 0.2 * (3.0 * m.d4 + 12.0 * m.cc1 * m.d3 + 6.0 * m.d2 * m.d2 + 15.0 * cc1sq * (2.0 * m.d2 + cc1sq));
-    }
     return true;
 }
 
 bool Propagate(const Model &m, double t, double r[3], double v[3]) {
     // Secular gravity and drag.
-    const double xmdf = m.mo + m.mdot * t;
-    const double argpdf = m.argpo + m.argpdot * t;
-    const double nodedf = m.nodeo + m.nodedot * t;
-    double argpm = argpdf;
-    double mm = xmdf;
-    const double t2 = t * t;
-    double nodem = nodedf + m.nodecf * t2;
-    double tempa = 1.0 - m.cc1 * t;
-    double tempe = m.bstar * m.cc4 * t;
-    double templ = m.t2cof * t2;
-    if (!m.simple) {
-        const double delomg = m.omgcof * t;
-        const double delmtemp = 1.0 + m.eta * std::cos(xmdf);
-        const double delm = m.xmcof * (delmtemp * delmtemp * delmtemp - m.delmo);
-        const double temp = delomg + delm;
-        mm = xmdf + temp;
-        argpm = argpdf - temp;
-        const double t3 = t2 * t;
-        const double t4 = t3 * t;
-        tempa = tempa - m.d2 * t2 - m.d3 * t3 - m.d4 * t4;
-        tempe = tempe + m.bstar * m.cc5 * (std::sin(mm) - m.sinmao);
-        templ = templ + m.t3cof * t3 + t4 * (m.t4cof + t * m.t5cof);
-    }
+    const Secular sec = SecularUpdate(m, t);
+    double mm = sec.mm, argpm = sec.argpm, nodem = sec.nodem;
+    const double tempa = sec.tempa, tempe = sec.tempe, templ = sec.templ;
     double nm = m.noUnkozai;
     double em = m.ecco;
     double inclm = m.inclo;
@@ -680,29 +609,16 @@ bool Propagate(const Model &m, double t, double r[3], double v[3]) {
     const double mvt = rdotl - nm * temp1 * x1mth2 * sin2u / kXke;
     const double rvdot = rvdotl + nm * temp1 * (x1mth2 * cos2u + 1.5 * con41) / kXke;
 
-    const double sinsu = std::sin(su), cossu = std::cos(su);
-    const double snod = std::sin(xnode), cnod = std::cos(xnode);
-    const double sini = std::sin(xinc), cosi = std::cos(xinc);
-    const double xmx = -snod * cosi, xmy = cnod * cosi;
-    const double ux = xmx * sinsu + cnod * cossu;
-    const double uy = xmy * sinsu + snod * cossu;
-    const double uz = sini * sinsu;
-    const double vx = xmx * cossu - cnod * sinsu;
-    const double vy = xmy * cossu - snod * sinsu;
-    const double vz = sini * cossu;
+    double uv[3], vv[3];
+    Orientation(su, xinc, xnode, uv, vv);
+    const double ux = uv[0], uy = uv[1], uz = uv[2], vx = vv[0], vy = vv[1], vz = vv[2];
     const double mr = mrt * kRe;
     const double vkmpersec = kRe * kXke / 60.0;
     const double p[3] = {mr * ux, mr * uy, mr * uz};
     const double w[3] = {(mvt * ux + rvdot * vx) * vkmpersec, (mvt * uy + rvdot * vy) * vkmpersec,
                          (mvt * uz + rvdot * vz) * vkmpersec};
     if (!(mrt >= 1.0)) return false;  // decayed
-    for (int k = 0; k < 3; ++k)
-        if (!std::isfinite(p[k]) || !std::isfinite(w[k])) return false;
-    for (int k = 0; k < 3; ++k) {
-        r[k] = p[k];
-        v[k] = w[k];
-    }
-    return true;
+    return StoreFiniteState(p, w, r, v);
 }
 
 }  // namespace
@@ -719,9 +635,5 @@ extern "C" int32_t CalcASatFull(double jd, const Elm *elm, double *position, dou
     if (!elm) return 0;
     double r[3], v[3];
     if (!kvx::asat::PropagateFull(*elm, (jd - elm->epoch) * 1440.0, r, v)) return 0;
-    for (int k = 0; k < 3; ++k) {
-        if (position) position[k] = r[k];
-        if (velocity) velocity[k] = v[k];
-    }
-    return 1;
+    return kvx::asat::CopyState(r, v, position, velocity);
 }

@@ -85,115 +85,62 @@ TEST(HolidayReference, MatchesBothNpmPackagesFrom1948To2100) {
     EXPECT_GT(expected.size(), 2400u);
 }
 
-TEST(HolidayRules, SubstituteHolidayFromApril1973) {
-    // 1973-02-11 was a Sunday before the rule's first month: no substitute.
-    EXPECT_EQ(KindOn(1973, 2, 11), 5);
-    EXPECT_EQ(KindOn(1973, 2, 12), 0);
-    // 1973-04-29 (Sunday): Monday 30 April is the substitute.
-    EXPECT_EQ(KindOn(1973, 4, 29), 14);
-    EXPECT_EQ(KindOn(1973, 4, 30), 1);
-    // 1974: the rule applies from January (1974-02-11 was a Monday, 1974-11-03 a Sunday).
-    EXPECT_EQ(KindOn(1974, 11, 4), 1);
-    // Before 1973 a Sunday holiday has no substitute: 1967-01-01 was a Sunday.
-    EXPECT_EQ(KindOn(1967, 1, 1), 3);
-    EXPECT_EQ(KindOn(1967, 1, 2), 0);
+// The kind each rule gives (the reference above compares dates only):
+// substitutes from April 1973 (a Sunday holiday before has none) and from
+// 2007 the first free day after the chain; between days 1988-2006 and the
+// September one of 2009; the one-time holidays; the 2020 Olympic moves and,
+// in 2021, the ordinary rules; equinoxes by the usual days after 2150.
+TEST(HolidayRules, KindOfEveryRule) {
+    const struct {
+        int year, month, day, kind;
+    } cases[] = {
+        {1973, 2, 11, 5},  {1973, 2, 12, 0},  {1973, 4, 29, 14}, {1973, 4, 30, 1},  {1974, 11, 4, 1},
+        {1967, 1, 1, 3},   {1967, 1, 2, 0},   {2009, 5, 3, 8},   {2009, 5, 4, 15},  {2009, 5, 5, 9},
+        {2009, 5, 6, 1},   {2008, 5, 6, 1},   {1988, 5, 4, 2},   {1986, 5, 4, 0},   {1992, 5, 4, 1},
+        {1985, 5, 4, 0},   {2009, 9, 22, 2},  {1959, 4, 10, 19}, {1989, 2, 24, 18}, {1989, 4, 29, 15},
+        {1989, 12, 23, 14}, {1988, 4, 29, 14}, {1990, 11, 12, 21}, {1993, 6, 9, 20}, {2019, 5, 1, 23},
+        {2019, 4, 30, 2},  {2019, 5, 2, 2},   {2019, 10, 22, 25}, {2019, 12, 23, 0}, {2020, 2, 23, 14},
+        {2020, 2, 24, 1},  {2020, 7, 23, 16}, {2020, 7, 24, 24}, {2020, 8, 10, 22}, {2020, 10, 12, 0},
+        {2021, 7, 19, 16}, {2151, 3, 20, 6},  {2151, 9, 23, 7},  {1948, 9, 23, 7},
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(KindOn(c.year, c.month, c.day), c.kind) << c.year << "-" << c.month << "-" << c.day;
+    EXPECT_EQ(YearList(1947).size(), 0u);
+    // The formula's ranges the Sun comparison below does not reach: 1899
+    // uses q1 and the offset 19.8277; 2101-2150 the offsets 21.851 and 24.2488.
+    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1899) * 100 + kvx::holiday::AutumnalEquinoxDay(1899), 2123);
+    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2150) * 100 + kvx::holiday::AutumnalEquinoxDay(2150), 2123);
 }
 
-TEST(HolidayRules, GoldenWeekChainFrom2007) {
-    // 2009: 3 May Sunday; 4 and 5 May keep their own names, the substitute
-    // moves on to Wednesday 6 May.
-    EXPECT_EQ(KindOn(2009, 5, 3), 8);
-    EXPECT_EQ(KindOn(2009, 5, 4), 15);
-    EXPECT_EQ(KindOn(2009, 5, 5), 9);
-    EXPECT_EQ(KindOn(2009, 5, 6), 1);
-    // Listed in rule order: each substitute follows the holiday it displaced.
-    const auto list = YearList(2009);
+// Listed in rule order: each substitute follows the holiday it displaced, a
+// between day has the weekday of its own date, 23 February (or its
+// substitute) comes last, and 2020's Sports Day sits between September and
+// November.
+TEST(HolidayRules, ListingOrder) {
     std::vector<std::pair<int, int>> may;
-    for (const auto &e : list)
+    for (const auto &e : YearList(2009))
         if (e.month == 5) may.push_back({e.day, e.kind});
-    const std::vector<std::pair<int, int>> expected{{3, 8}, {4, 15}, {5, 9}, {6, 1}};
-    EXPECT_EQ(may, expected);
-    // 2008: 4 May Sunday (Greenery Day) gives Tuesday 6 May.
-    EXPECT_EQ(KindOn(2008, 5, 6), 1);
-}
-
-TEST(HolidayRules, DayBetweenTwoHolidaysBefore2007) {
-    // 1988: 3 May Tuesday, 5 May Thursday: 4 May is a between day.
-    EXPECT_EQ(KindOn(1988, 5, 4), 2);
-    // 1986: 3 May Saturday, 5 May Monday: 5 May is Monday, no between day.
-    EXPECT_EQ(KindOn(1986, 5, 4), 0);
-    // 1992: 3 May Sunday: 4 May is the substitute, not a between day.
-    EXPECT_EQ(KindOn(1992, 5, 4), 1);
-    // 1985: before the rule.
-    EXPECT_EQ(KindOn(1985, 5, 4), 0);
-    // Weekday of a between day is the day before the holiday that made it.
-    const auto list = YearList(1988);
-    for (const auto &e : list)
+    EXPECT_EQ(may, (std::vector<std::pair<int, int>>{{3, 8}, {4, 15}, {5, 9}, {6, 1}}));
+    for (const auto &e : YearList(1988))
         if (e.kind == 2) {
             EXPECT_EQ(e.weekday, kvx::holiday::Weekday(1988, e.month, e.day));
         }
-    // 2009: 22 September between Respect for the Aged Day (21) and the
-    // equinox (23).
-    EXPECT_EQ(KindOn(2009, 9, 22), 2);
-}
-
-TEST(HolidayRules, OneTimeHolidaysAndTheEmperorsBirthday) {
-    EXPECT_EQ(KindOn(1959, 4, 10), 19);
-    EXPECT_EQ(KindOn(1989, 2, 24), 18);
-    EXPECT_EQ(KindOn(1989, 4, 29), 15);
-    EXPECT_EQ(KindOn(1989, 12, 23), 14);
-    EXPECT_EQ(KindOn(1988, 4, 29), 14);
-    EXPECT_EQ(KindOn(1990, 11, 12), 21);
-    EXPECT_EQ(KindOn(1993, 6, 9), 20);
-    EXPECT_EQ(KindOn(2019, 5, 1), 23);
-    EXPECT_EQ(KindOn(2019, 4, 30), 2);  // between Showa Day and the enthronement
-    EXPECT_EQ(KindOn(2019, 5, 2), 2);
-    EXPECT_EQ(KindOn(2019, 10, 22), 25);
-    EXPECT_EQ(KindOn(2019, 12, 23), 0);
-    EXPECT_EQ(KindOn(2020, 2, 23), 14);
-    EXPECT_EQ(KindOn(2020, 2, 24), 1);  // 23 February 2020 was a Sunday
-}
-
-TEST(HolidayRules, Olympic2020AndListingOrder) {
-    EXPECT_EQ(KindOn(2020, 7, 23), 16);
-    EXPECT_EQ(KindOn(2020, 7, 24), 24);
-    EXPECT_EQ(KindOn(2020, 8, 10), 22);
-    EXPECT_EQ(KindOn(2020, 10, 12), 0);
-    EXPECT_EQ(KindOn(2021, 7, 19), 16);  // third Monday: the 2021 move is not in the rules
     for (const int year : {2020, 2024, 2100}) {
         const auto list = YearList(year);
-        ASSERT_FALSE(list.empty());
-        // 23 February (or its substitute when it falls on a Sunday) comes last.
-        const auto &last = list.back();
-        const auto &birthday = last.kind == 1 ? list[list.size() - 2] : last;
+        ASSERT_GE(list.size(), 2u);
+        const auto &birthday = list.back().kind == 1 ? list[list.size() - 2] : list.back();
         EXPECT_EQ(birthday.month * 100 + birthday.day, 223) << year;
         EXPECT_EQ(birthday.kind, 14) << year;
-        // Sports Day of 2020 is listed between the September and November rows.
-        if (year == 2020) {
-            std::size_t sports = 0, culture = 0, equinox = 0;
-            for (std::size_t i = 0; i < list.size(); ++i) {
-                if (list[i].kind == 24) sports = i;
-                if (list[i].kind == 12) culture = i;
-                if (list[i].kind == 7) equinox = i;
-            }
-            EXPECT_LT(equinox, sports);
-            EXPECT_LT(sports, culture);
-        }
     }
-}
-
-TEST(HolidayRules, EquinoxFormula) {
-    // After 2150 the usual days; before 1948 there are no holidays at all.
-    EXPECT_EQ(KindOn(2151, 3, 20), 6);
-    EXPECT_EQ(KindOn(2151, 9, 23), 7);
-    EXPECT_EQ(YearList(1947).size(), 0u);
-    EXPECT_EQ(KindOn(1948, 9, 23), 7);  // the first holiday of the act
-    // The ranges the Sun comparison below does not reach: 1899 uses q1 and
-    // the offset 19.8277; 2101-2150 the offsets 21.851 and 24.2488.
-    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1899), 21);
-    EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(1899), 23);
-    EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2150), 21);
-    EXPECT_EQ(kvx::holiday::AutumnalEquinoxDay(2150), 23);
+    const auto list = YearList(2020);
+    std::size_t sports = 0, culture = 0, equinox = 0;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (list[i].kind == 24) sports = i;
+        if (list[i].kind == 12) culture = i;
+        if (list[i].kind == 7) equinox = i;
+    }
+    EXPECT_LT(equinox, sports);
+    EXPECT_LT(sports, culture);
 }
 
 // The formula against the Japan-time dates of the equinoxes from Swiss

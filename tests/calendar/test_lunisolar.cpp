@@ -4,6 +4,7 @@
 // key-year table, leap months, the conversions' quirks and the zone cache.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -128,8 +129,6 @@ void ExpectRuns(const std::vector<Run> &runs, const Expected *expected, std::siz
             if (DateText(r.first) == expected[k].first && DateText(r.last) == expected[k].last) listed = seen[k] = true;
         EXPECT_TRUE(listed) << what << ": unexpected difference " << DateText(r.first) << ".." << DateText(r.last)
                             << " library month " << r.libMonth << ", reference " << r.refMonth;
-        std::printf("[ measured ] %s: %s..%s library month %d, reference %d\n", what, DateText(r.first).c_str(),
-                    DateText(r.last).c_str(), r.libMonth, r.refMonth);
     }
     for (std::size_t k = 0; k < count; ++k)
         EXPECT_TRUE(seen[k]) << what << ": listed difference " << expected[k].first << " no longer occurs";
@@ -186,15 +185,14 @@ TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
 ADate Old(int year, int month, int day, double tz = 9.0) { return ADate{year, month, day, 0, 0, 0.0, tz}; }
 int NewToOld(ADate civil, ADate *old) { return Calender_NewToOld(&civil, old); }
 int OldToNew(ADate old, ADate *civil) { return Calender_OldToNew(&old, civil); }
+using Ymd = std::array<int, 3>;
+Ymd YmdOf(const ADate &d) { return {d.year, d.month, d.day}; }
 
 TEST(LunisolarCalendar, KeyYearTableSpansNovemberToFebruary) {
     const auto t = KeyTable(2024, 9.0);
-    ASSERT_GE(t.size(), 16u);
-    ASSERT_LE(t.size(), 17u);
-    EXPECT_GE(t.front().start, CalcJd(2023, 11, 1));
-    EXPECT_LT(t.front().start, CalcJd(2023, 12, 1));
-    EXPECT_LT(t.back().start, CalcJd(2025, 3, 1));
-    EXPECT_GE(t.back().start, CalcJd(2025, 2, 1));
+    ASSERT_TRUE(t.size() == 16u || t.size() == 17u) << t.size();
+    EXPECT_EQ(DateText(t.front().start).substr(0, 7), "2023-11");
+    EXPECT_EQ(DateText(t.back().start).substr(0, 7), "2025-02");
     for (std::size_t i = 1; i < t.size(); ++i) {
         const double gap = t[i].start - t[i - 1].start;
         EXPECT_TRUE(gap == 29.0 || gap == 30.0) << DateText(t[i].start);
@@ -205,66 +203,40 @@ TEST(LunisolarCalendar, KeyYearTableSpansNovemberToFebruary) {
     EXPECT_EQ(Calender_GetTable(-1, &s, &m), -1);
 }
 
-TEST(LunisolarCalendar, DecemberUsesNextKeyYearAndEarlyMonthsTheLastOldYear) {
-    // 2023-12-13 is the first day of old month 11 of 2023, read from the
-    // key-year 2024 table.
-    ADate old{};
-    EXPECT_EQ(NewToOld(Old(2023, 12, 13), &old), 11);
-    EXPECT_EQ(old.year, 2023);
-    EXPECT_EQ(old.month, 11);
-    EXPECT_EQ(old.day, 1);
-    double start;
-    int month;
-    ASSERT_EQ(Calender_GetTable(0, &start, &month), 0);
-    EXPECT_LT(start, CalcJd(2023, 12, 1));
-    EXPECT_GE(start, CalcJd(2023, 11, 1));
-    // 2024-01-15 is 5 December of old year 2023: the result is that year.
-    EXPECT_EQ(NewToOld(Old(2024, 1, 15), &old), 2023);
-    EXPECT_EQ(old.year, 2023);
-    EXPECT_EQ(old.month, 12);
-    EXPECT_EQ(old.day, 5);
-    // 2024-02-10 is the new year: 1 January 2024.
-    EXPECT_EQ(NewToOld(Old(2024, 2, 10), &old), 1);
-    EXPECT_EQ(old.year, 2024);
-    EXPECT_EQ(old.day, 1);
-}
-
-TEST(LunisolarCalendar, LeapMonthOf2023AndTheSolsticeLeapOf2033) {
-    ADate old{}, civil{};
-    // 2023: leap month after month 2, from 22 March to 19 April.
-    EXPECT_EQ(NewToOld(Old(2023, 3, 22), &old), 2);
-    EXPECT_EQ(old.month, -2);
-    EXPECT_EQ(old.day, 1);
-    EXPECT_EQ(NewToOld(Old(2023, 4, 20), &old), 3);
-    EXPECT_EQ(old.day, 1);
+// Conversions each way, with their return values: December reads the next
+// key year's table, January and early February belong to the last old year,
+// leap months are negative; 2033's lunation of 22 November holds both 240
+// and 270 degrees and stays month 11, the next, without a principal term,
+// is leap 11.
+TEST(LunisolarCalendar, ConversionsAcrossKeyYearsAndLeapMonths) {
+    const struct {
+        ADate civil;
+        int ret;
+        Ymd old;
+    } toOld[] = {
+        {Old(2023, 12, 13), 11, {2023, 11, 1}}, {Old(2024, 1, 15), 2023, {2023, 12, 5}},
+        {Old(2024, 2, 10), 1, {2024, 1, 1}},    {Old(2023, 3, 22), 2, {2023, -2, 1}},
+        {Old(2023, 4, 20), 3, {2023, 3, 1}},    {Old(2033, 12, 22), 11, {2033, -11, 1}},
+        {Old(2033, 12, 21), 11, {2033, 11, 30}},
+    };
+    for (const auto &c : toOld) {
+        ADate old{};
+        EXPECT_EQ(NewToOld(c.civil, &old), c.ret) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
+        EXPECT_EQ(YmdOf(old), c.old) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
+    }
+    ADate civil{1, 1, 1, 0, 0, 0.0, 0.0};
     EXPECT_EQ(OldToNew(Old(2023, -2, 15), &civil), 5);
-    EXPECT_EQ(civil.year, 2023);
-    EXPECT_EQ(civil.month, 4);
+    EXPECT_EQ(YmdOf(civil), (Ymd{2023, 4, 5}));
     EXPECT_EQ(civil.tz, 9.0);
-    // Exactly one leap month among the months in use for 2023.
+    EXPECT_EQ(OldToNew(Old(2024, 11, 1), &civil), 1);  // from the key-year 2025 table
+    EXPECT_EQ(YmdOf(civil), (Ymd{2024, 12, 1}));
+    // 2024 has no leap month 5: civil month 0 signals it, year and day stay.
+    civil = Old(1, 1, 1);
+    OldToNew(Old(2024, -5, 1), &civil);
+    EXPECT_EQ(YmdOf(civil), (Ymd{1, 0, 1}));
     int leaps = 0;
     for (const auto &l : KeyTable(2023, 9.0)) leaps += l.number < 0;
     EXPECT_EQ(leaps, 1);
-    // 2033: the lunation of 22 November holds both 240 and 270 degrees and
-    // stays month 11; the next, without a principal term, is leap 11.
-    EXPECT_EQ(NewToOld(Old(2033, 12, 22), &old), 11);
-    EXPECT_EQ(old.month, -11);
-    EXPECT_EQ(NewToOld(Old(2033, 12, 21), &old), 11);
-    EXPECT_EQ(old.month, 11);
-    EXPECT_EQ(old.day, 30);
-}
-
-TEST(LunisolarCalendar, OldToNewFindsOnlyExistingMonths) {
-    ADate civil{1, 1, 1, 0, 0, 0.0, 0.0};
-    // 2024 has no leap month 5: civil month 0 signals it, year and day stay.
-    OldToNew(Old(2024, -5, 1), &civil);
-    EXPECT_EQ(civil.month, 0);
-    EXPECT_EQ(civil.year, 1);
-    EXPECT_EQ(civil.day, 1);
-    // Month 11 of old year 2024 is read from the key-year 2025 table.
-    EXPECT_EQ(OldToNew(Old(2024, 11, 1), &civil), 1);
-    EXPECT_EQ(civil.year, 2024);
-    EXPECT_EQ(civil.month, 12);
     // Round trip over a year in the same record.
     for (double jd = CalcJd(2025, 1, 1); jd < CalcJd(2026, 1, 1); jd += 1.0) {
         ADate d;
@@ -273,7 +245,7 @@ TEST(LunisolarCalendar, OldToNewFindsOnlyExistingMonths) {
         ADate r = d;
         Calender_NewToOld(&r, &r);
         Calender_OldToNew(&r, &r);
-        EXPECT_EQ(r.year * 10000 + r.month * 100 + r.day, d.year * 10000 + d.month * 100 + d.day);
+        EXPECT_EQ(YmdOf(r), YmdOf(d));
     }
 }
 

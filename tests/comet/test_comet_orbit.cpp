@@ -105,21 +105,6 @@ TEST(CometSolver, HyperbolaLongBeforePerihelionConverges) {
     EXPECT_GT(std::hypot(s.x, s.y), 10.0);
 }
 
-TEST(CometMagnitude, CometAndMinorPlanetLaws) {
-    CometElements c = Elements(0.9, 1.0);
-    c.h = 5.0;
-    c.slope = 10.0;
-    EXPECT_NEAR(kvx::comet::Magnitude(c, 1.0, 2.0, 1.5), 5.0 + 5 * std::log10(1.5) + 10 * std::log10(2.0), 1e-12);
-    CometElements m = c;
-    m.kind = 'M';
-    m.h = 3.3;
-    m.slope = 0.12;
-    // At opposition (zero phase) the H, G law reduces to H + 5 log(r delta).
-    EXPECT_NEAR(kvx::comet::Magnitude(m, 1.0, 2.0, 1.0), 3.3 + 5 * std::log10(2.0), 1e-12);
-    // Brighter at zero phase than at 20 degrees.
-    EXPECT_LT(kvx::comet::Magnitude(m, 1.0, 2.0, 1.0), kvx::comet::Magnitude(m, 1.2, 2.0, 1.3) - 5 * std::log10(1.3));
-}
-
 TEST(GetVectorConst, GaussVectorsAreTheFirstColumnsOfTheOrientation) {
     for (double year : {2000.0, 1950.0, -5000.0, 7000.0}) {
         double pq[9], m[9];

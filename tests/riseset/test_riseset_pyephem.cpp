@@ -1,21 +1,12 @@
 // Rise, transit, set and twilight against PyEphem with the same horizon
-// (tests/reference/make_riseset_reference.py). Each difference is split
-// into the parts with known causes:
-//  - place: the library's place of the body (built-in theory; planets
-//    geocentric; stars on the mean equator of date) against PyEphem's,
-//    measured as the altitude (or hour angle) of our place at PyEphem's
-//    instant and turned into time by its rate;
-//  - shift: the first-order hour-angle shift H + c / (sin H cos d cos phi)
-//    that stands for the exact horizon equation: our event against the
-//    instant at which our own place meets the standard horizon exactly;
-//  - place: that exact instant against PyEphem's, caused by the places
-//    (built-in theories; planets geocentric; stars on the mean equator of
-//    date), also given as our place's altitude at PyEphem's instant;
-// and the search must solve its own equation to its one-second tolerance.
+// (tests/reference/make_riseset_reference.py). The search must solve its
+// own first-order horizon equation H + c / (sin H cos d cos phi) to its
+// one-second tolerance, and our place of the body (built-in theories,
+// planets geocentric, stars on the mean equator of date), measured as its
+// altitude at PyEphem's instant, must stay within the theory's accuracy.
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <string>
 
@@ -127,10 +118,6 @@ const char *BodyName(int code) {
     return names.at(code);
 }
 
-struct Worst {
-    double total = 0.0, place = 0.0, shift = 0.0;
-};
-
 TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
     const Reference ref("riseset_pyephem.txt", {"body", "lat", "lon", "height", "year", "month", "day", "tz", "event",
                                                 "ra", "dec", "state", "jd"});
@@ -160,8 +147,6 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
          "an event found on one side only, outside the band where the first-order horizon decides differently "
          "and not a transit that the fallback puts on the neighbouring day"},
     });
-    std::map<int, Worst> worst;
-    int mismatches = 0;
     for (const auto &row : ref) {
         Case c{static_cast<int>(row["body"]), {row["lat"], row["lon"], row["height"]},
                ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0,
@@ -174,7 +159,6 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
         const double tp = row["jd"];
         const bool pyFound = row["state"] == 1.0;
         if (found != static_cast<int>(pyFound)) {
-            ++mismatches;
             const double at = pyFound ? tp : Day().noonJd;
             // The transit fallback converts the right ascension on the days
             // jd0 and jd0 +- 1 only; west of the zone's meridian it can stay
@@ -186,27 +170,16 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
             continue;
         }
         if (!pyFound) continue;
-        const double total = (tk - tp) * kSecPerDay;
         const double target = -HorizonC(c);
         double T = 0.0, L = 0.0;
         const bool byFallback =
             event == kTransit && Search(c.date.tz, c.body, &c.star, event, &c.obs, 0.0, false, &T, &L) != kFound;
-        const double exact = ExactCrossing(c, event, tp, target, byFallback);
-        const double place = (exact - tp) * kSecPerDay, shift = (tk - exact) * kSecPerDay;
         if (!byFallback) cmp.Add("equation_s", EquationSeconds(c, event, tk, 0.0), row);
         if (event != kTransit)
             cmp.Add(std::string(BodyName(c.body)) + "_place_arcsec", std::fabs(Altitude(c, tp) - target) * 3600.0,
                     row.Label());
-        Worst &w = worst[c.body];
-        w.total = std::fmax(w.total, std::fabs(total));
-        w.place = std::fmax(w.place, std::fabs(place));
-        w.shift = std::fmax(w.shift, std::fabs(shift));
     }
     cmp.Check();
-    for (const auto &[code, w] : worst)
-        std::printf("[ measured ] %-8s largest |kvx - PyEphem| %8.1f s: place %7.1f s, first-order shift %7.1f s\n",
-                    BodyName(code), w.total, w.place, w.shift);
-    std::printf("[ measured ] %d rows where only one side finds the event (grazing band, or a fallback transit a day off)\n", mismatches);
 }
 
 TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
@@ -217,7 +190,6 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
         {"sun_place_arcsec", 20.0,
          "Newcomb's Sun ~1\" and the diurnal parallax (8.8\") of the two midnight places carried to the altitude"},
     });
-    double worstTotal = 0.0;
     int mismatches = 0;
     for (const auto &row : ref) {
         Case c{kSun, {row["lat"], row["lon"], row["height"]},
@@ -235,15 +207,12 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
             continue;
         }
         if (!pyFound) continue;
-        const double total = (tk - row["jd"]) * kSecPerDay;
         const double exact = ExactCrossing(c, event, row["jd"], deg);
         cmp.Add("residual_s", (tk - exact) * kSecPerDay, row);
         cmp.Add("sun_place_arcsec", std::fabs(Altitude(c, row["jd"]) - deg) * 3600.0, row);
-        worstTotal = std::fmax(worstTotal, std::fabs(total));
     }
     cmp.Check();
     EXPECT_EQ(mismatches, 0);
-    std::printf("[ measured ] twilight largest |kvx - PyEphem| %.1f s\n", worstTotal);
 }
 
 // Beyond the polar circles: polar day and night give no sunrise or sunset;

@@ -27,13 +27,6 @@ TEST(Nutation, SeriesMatchesTheFullIau1980SeriesOfErfaFrom1600To2400) {
     cmp.Check();
 }
 
-TEST(Nutation, ValuesAtJ2000) {
-    double n[2];
-    GetNutationParam(2451545.0, n);
-    EXPECT_NEAR(n[0] * 3600.0, -13.9236, 0.001);
-    EXPECT_NEAR(n[1] * 3600.0, -5.7745, 0.001);
-}
-
 TEST(Nutation, DateIsClampedToThirtyCenturiesAroundJ2000) {
     double a[2], b[2];
     GetNutationParam(1355795.0, a);

@@ -98,20 +98,24 @@ class Scenario {
     std::vector<std::string> env_;
 };
 
+// The probe's values of the given names, "name=value" joined by blanks.
+std::string Pick(std::map<std::string, std::string> &v, std::initializer_list<const char *> names) {
+    std::string out;
+    for (const char *n : names) out += std::string(out.empty() ? "" : " ") + n + "=" + v[n];
+    return out;
+}
+
 TEST(Startup, NothingConfiguredAndNoFiles) {
     Scenario s;
     auto v = s.Run();
     ASSERT_EQ(s.exitCode, 0) << s.stderrText;
-    EXPECT_EQ(v["GetJplDeVersion"], "-1");
-    EXPECT_EQ(v["IsValidMoonXyzFile"], "0");
-    EXPECT_EQ(v["IsValidPlanetXyzFile"], "0");
-    EXPECT_EQ(v["IsValidJdtFile"], "0");
-    EXPECT_EQ(v["IsValidMeteorFile"], "0");
-    EXPECT_EQ(v["GetMeteorInfoCount"], "-1");
+    EXPECT_EQ(Pick(v, {"GetJplDeVersion", "IsValidMoonXyzFile", "IsValidPlanetXyzFile", "IsValidJdtFile",
+                       "IsValidMeteorFile", "GetMeteorInfoCount", "unloaded"}),
+              "GetJplDeVersion=-1 IsValidMoonXyzFile=0 IsValidPlanetXyzFile=0 IsValidJdtFile=0 "
+              "IsValidMeteorFile=0 GetMeteorInfoCount=-1 unloaded=1");
     // The built-in polynomial (about 63.85 s), not a file's step. The probe
     // prints (UtToDt(jd) - jd) in seconds: the JD's last place is 40 us.
     EXPECT_NEAR(std::stod(v["DeltaT2000"]), 63.85, 0.01);
-    EXPECT_EQ(v["unloaded"], "1");
     // The readers' own lines: the default JPL path is the library's
     // directory, which is no file, and there is no moon.xyz.
     const std::string dir = s.LibDir().string() + "/";
@@ -126,14 +130,12 @@ TEST(Startup, FilesBesideTheLibrary) {
     s.Beside("meteor.txt", "meteor.txt");
     auto v = s.Run();
     ASSERT_EQ(s.exitCode, 0) << s.stderrText;
-    EXPECT_EQ(v["GetJplDeVersion"], "-1");  // no JPL file without a setting
-    EXPECT_EQ(v["IsValidMoonXyzFile"], "1");
-    EXPECT_EQ(v["IsValidPlanetXyzFile"], "1");
-    EXPECT_EQ(v["IsValidJdtFile"], "1");
+    // No JPL file without a setting.
+    EXPECT_EQ(Pick(v, {"GetJplDeVersion", "IsValidMoonXyzFile", "IsValidPlanetXyzFile", "IsValidJdtFile",
+                       "IsValidMeteorFile", "GetMeteorInfoCount", "FirstMeteorCode"}),
+              "GetJplDeVersion=-1 IsValidMoonXyzFile=1 IsValidPlanetXyzFile=1 IsValidJdtFile=1 "
+              "IsValidMeteorFile=1 GetMeteorInfoCount=13 FirstMeteorCode=QUA");
     EXPECT_NEAR(std::stod(v["DeltaT2000"]), 64.184, 1e-4);  // TAI-UTC 32 s from 1999-01-01, + 32.184 s
-    EXPECT_EQ(v["IsValidMeteorFile"], "1");
-    EXPECT_EQ(v["GetMeteorInfoCount"], "13");
-    EXPECT_EQ(v["FirstMeteorCode"], "QUA");
     EXPECT_EQ(s.stderrText, "open " + s.LibDir().string() + "/ failed\n");
 }
 
@@ -146,10 +148,10 @@ TEST(Startup, UserValueHidesOnlyTheSameMachineValue) {
     s.UserConf("MeteorFile=" + one.string() + "\n");
     auto v = s.Run();
     ASSERT_EQ(s.exitCode, 0) << s.stderrText;
-    EXPECT_EQ(v["GetMeteorInfoCount"], "1");          // the user's file
-    EXPECT_EQ(v["FirstMeteorCode"], "ONE");
-    EXPECT_EQ(v["IsValidPlanetXyzFile"], "1");        // still the machine's value
-    EXPECT_EQ(v["IsValidJdtFile"], "0");              // default: nothing beside the library
+    // The user's meteor file, still the machine's planet file, and by
+    // default nothing beside the library.
+    EXPECT_EQ(Pick(v, {"GetMeteorInfoCount", "FirstMeteorCode", "IsValidPlanetXyzFile", "IsValidJdtFile"}),
+              "GetMeteorInfoCount=1 FirstMeteorCode=ONE IsValidPlanetXyzFile=1 IsValidJdtFile=0");
 }
 
 TEST(Startup, OnMemoryYesOrTrueInAnyCaseButNotOne) {
@@ -158,13 +160,8 @@ TEST(Startup, OnMemoryYesOrTrueInAnyCaseButNotOne) {
         s.UserConf(std::string("OnMemory=") + value + "\nPlanetXyzFile=" + TestDataPath("planet.xyz") + "\n");
         auto v = s.Run();
         ASSERT_EQ(s.exitCode, 0) << s.stderrText;
-        const std::string lower = [&] {
-            std::string t = value;
-            for (char &c : t) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-            return t;
-        }();
-        const bool on = lower == "yes" || lower == "true";
         // In memory the planet file is closed (and still used).
+        const bool on = std::string(value) == "YES" || std::string(value) == "tRuE";
         EXPECT_EQ(v["IsValidPlanetXyzFile"], on ? "0" : "1") << "OnMemory=" << value;
     }
 }
@@ -242,20 +239,11 @@ TEST(StartupSettings, DataFileInfoDescribesWhatWasLoaded) {
                                                TestDataPath("kvxjdt.dat") + "\n");
     setenv("XDG_CONFIG_HOME", dir.c_str(), 1);
     kvx::startup::Load();
+    // The spans of the DE, Moon and Delta T files are checked through kvx
+    // data (KvxData.ReportsEveryLoadedFileAndItsSpan); here the planet
+    // blocks, the refused indices and the release.
     DataFileInfo info{};
     ASSERT_EQ(GetDataFileInfo(KVX_DATA_JPL_DE, 0, &info), 1);
-    EXPECT_EQ(info.start, 2451536.5);
-    EXPECT_EQ(info.end, 2452272.5);
-    EXPECT_EQ(info.step, 32.0);
-    EXPECT_EQ(info.count, 23);
-    EXPECT_EQ(info.version, 405);
-    ASSERT_EQ(GetDataFileInfo(KVX_DATA_MOON, 0, &info), 1);  // the Moon reads the DE file
-    EXPECT_EQ(info.end, 2452272.5);
-    ASSERT_EQ(GetDataFileInfo(KVX_DATA_DELTA_T, 0, &info), 1);
-    EXPECT_EQ(info.count, 29);
-    EXPECT_EQ(info.version, 2);
-    EXPECT_EQ(info.end, 2461219.5);
-    EXPECT_LT(info.start, info.end);
     // The planet file's blocks in file order: Mercury (199, code 0) to Pluto
     // (999, code 7), each a whole number of steps over its span.
     const int32_t codes[] = {0, 1, -3, 2, 3, 4, 5, 6, 7};
