@@ -76,7 +76,7 @@ int RunPhysical(const Args &args) {
         std::printf("  rings        B %+.3f  B' %+.3f  dU %.3f  axes %.2f\" x %.2f\"\n", sat.earthLat, sat.sunLat,
                     sat.deltaU, sat.majorAxis, sat.minorAxis);
     std::printf("  pole (J2000) RA %s  Dec %s\n", FormatHms(f[KVX_BP_POLE_RA - 1], 1).c_str(),
-                FormatDms(f[KVX_BP_POLE_DEC - 1], 0, true).c_str());
+                FormatDms(f[KVX_BP_POLE_DEC - 1], 1, true).c_str());
     std::printf("  magnitude    %+.2f (%s)\n", mag, model);
     return 0;
 }
