@@ -81,10 +81,9 @@ TEST(KvxBodiesCli, SunPlanetsAndOrbit) {
     EXPECT_EQ(all["bodies"][3]["magnitudeModel"].str(), "Mallama-Hilton 2018");
     EXPECT_EQ(all["bodies"][7]["magnitudeModel"].str(), "classic");
     const Json jup = JsonOf("physical jupiter --date 2024-01-01T00:00 --tz 0 --lat 0 --lon 0 --height 0 --json");
-    const ADate d{2024, 1, 1, 0, 0, 0.0, 0.0};
     const Observer o{0, 0, 0};
     ATime t;
-    SetATimeDate(&d, &o, &t);
+    SetATimeJd(jup["jd"].num(), 0.0, &o, &t);
     BodyPos sunPos, p;
     CalcSun(&t, &sunPos);
     CalcPlanet(3, &t, &sunPos, &p);
