@@ -792,6 +792,118 @@ KVX_API double GetPlanetMag(int32_t code, const double h[3], const double e[3]);
 /* end of: The planets and orbital elements */
 
 /* ======================================================================
+ * Physical ephemeris of the planets             (src/solar/planet/physical.cpp)
+ * Rotation elements and radii: IAU Working Group on Cartographic
+ * Coordinates and Rotational Elements, Archinal et al. 2018 (Celest. Mech.
+ * Dyn. Astr. 130:22). The planet is seen as it was at the light-time-
+ * retarded instant; planetocentric latitudes are measured from the body's
+ * equator (the ring plane for Saturn), longitudes are planetographic: west
+ * longitudes for a direct rotation, east for a retrograde one (Venus,
+ * Uranus, Pluto), so the sub-observer longitude always grows with time.
+ * Position angles count from the north of the true equator of date
+ * through the east.
+ * CalcPlanet fills fields 21-34 of a planet's record (codes 0..7; -1.0 in
+ * every field that does not apply and for codes -3, 8..11): */
+#define KVX_BP_EARTH_LAT    21 /* planetocentric declination of the Earth (observer), DE */
+#define KVX_BP_SUN_LAT      22 /* planetocentric declination of the Sun, DS */
+#define KVX_BP_AXIS_PA      23 /* position angle of the north pole, P, 0..360 */
+#define KVX_BP_CM           24 /* central meridian: longitude of the sub-observer point (System III for the giants), 0..360 */
+#define KVX_BP_SUN_LON      25 /* longitude of the sub-solar point, 0..360 */
+#define KVX_BP_PHASE_ANGLE  26 /* phase angle Sun-planet-observer, degrees */
+#define KVX_BP_DEFECT       27 /* defect of illumination, arcseconds: field 35 x (1 - illuminated fraction) */
+#define KVX_BP_POLE_RA      28 /* north pole, J2000.0 right ascension, at the retarded instant */
+#define KVX_BP_POLE_DEC     29 /* north pole, J2000.0 declination */
+#define KVX_BP_POLAR_DIAM   30 /* apparent polar diameter, arcseconds: field 35 x sqrt(1 - e^2 cos^2 DE) */
+#define KVX_BP_MAG_MH       31 /* visual magnitude of Mallama & Hilton 2018 (GetPlanetMagMH); -1 where it has none */
+#define KVX_BP_SPECIAL1     32 /* Jupiter: System I central meridian; Saturn: Delta U (GetNpSaturn) */
+#define KVX_BP_SPECIAL2     33 /* Jupiter: System II central meridian; Saturn: ring major axis (arcseconds) */
+#define KVX_BP_SPECIAL3     34 /* Saturn: ring minor axis (arcseconds) */
+
+/* Constant physical data of a planet, one row per code 0..7 (Mercury ..
+ * Pluto) of the table GetPlanetPhysicalTable returns. The rotation elements
+ * are the secular parts of the IAU model: pole right ascension
+ * poleRa0 + poleRa1 T, declination poleDec0 + poleDec1 T (T Julian centuries
+ * of TDB from J2000.0), prime meridian w0 + w1 d (d days from J2000.0);
+ * GetPoleXyz adds the periodic terms (Mercury, Mars, Jupiter, Neptune).
+ * 96 bytes. */
+typedef struct PlanetPhysical {
+    int32_t code;
+    double eqRadius;       /* equatorial radius, km */
+    double polarRadius;    /* polar radius, km */
+    double flattening;     /* (eqRadius - polarRadius) / eqRadius */
+    double rotationHours;  /* sidereal rotation period, hours; negative: retrograde */
+    double albedo;         /* geometric albedo, V band */
+    double poleRa0, poleRa1;   /* degrees, degrees per century */
+    double poleDec0, poleDec1; /* degrees, degrees per century */
+    double w0, w1;             /* degrees, degrees per day */
+} PlanetPhysical;
+
+/* The read-only table of the eight rows above, row k for code k; *count
+ * (may be null) receives 8. Never null; the table is static. */
+KVX_API const PlanetPhysical *GetPlanetPhysicalTable(int32_t *count);
+/* North pole of body code (0..7, and -3 the Earth) at dynamical Julian
+ * date jde as a unit vector on the J2000.0 equatorial axes (pole[3]), and,
+ * when w is not null, the angle of the prime meridian W (degrees, 0..360)
+ * counted along the body's equator from its ascending node on the J2000.0
+ * equator. Returns 1, or 0 (nothing written) for another code or a null
+ * pole. */
+KVX_API int32_t GetPoleXyz(int32_t code, double jde, double pole[3], double *w);
+
+/* Jupiter's central meridians in its three systems and the orientation of
+ * its globe. 56 bytes. */
+typedef struct NpJupiter {
+    double cm1;       /* System I (equatorial zone, 877.90003539 deg/day), 0..360 */
+    double cm2;       /* System II (temperate zones, 870.27003539 deg/day), 0..360 */
+    double cm3;       /* System III (radio, the IAU prime meridian), 0..360 */
+    double earthLat;  /* DE, jovicentric declination of the observer */
+    double sunLat;    /* DS, jovicentric declination of the Sun */
+    double axisAngle; /* P, position angle of the north pole, 0..360 */
+    double phaseCorrection; /* degrees to add to cm1..cm3 for the meridian of the illuminated disk (Meeus 43) */
+} NpJupiter;
+/* Jupiter's physical quantities for t from its CalcPlanet record (code 3,
+ * same t). Systems I and II as in Meeus, Astronomical Algorithms, ch. 43,
+ * W = 17.710 + 877.90003539 d and 16.838 + 870.27003539 d, d = JDE -
+ * 2433282.5 at the retarded instant, counted from the node of Jupiter's
+ * equator on the mean equator of date; geometric central meridians (no
+ * correction for phase, which phaseCorrection gives). System III is the
+ * IAU meridian (field 24). Returns 1, or 0 for a null pointer (out
+ * untouched). */
+KVX_API int32_t GetNpJupiter(const ATime *t, const BodyPos *jupiter, NpJupiter *out);
+
+/* Saturn's rings as seen by the observer (Meeus, Astronomical Algorithms,
+ * ch. 45, with the IAU pole of Saturn as the pole of the ring plane).
+ * 56 bytes. */
+typedef struct NpSaturn {
+    double earthLat;  /* B, saturnicentric latitude of the observer on the ring plane; positive: north face seen */
+    double sunLat;    /* B', the same of the Sun; positive: north face lit */
+    double deltaU;    /* difference of the saturnicentric longitudes of the Sun and the observer in the ring plane, 0..180 */
+    double axisAngle; /* P, position angle of the north pole (of the minor axis of the rings), 0..360 */
+    double majorAxis; /* apparent major axis of the outer edge of ring A, arcseconds (375.35 / distance in AU) */
+    double minorAxis; /* apparent minor axis, arcseconds: majorAxis x |sin B| */
+    double cm3;       /* System III central meridian, 0..360 */
+} NpSaturn;
+/* Saturn's ring geometry for t from its CalcPlanet record (code 4, same
+ * t). Returns 1, or 0 for a null pointer (out untouched). */
+KVX_API int32_t GetNpSaturn(const ATime *t, const BodyPos *saturn, NpSaturn *out);
+
+/* Visual magnitude of body code after Mallama & Hilton 2018, "Computing
+ * apparent planetary magnitudes for The Astronomical Almanac" (Astronomy
+ * and Computing 25, 10), the magnitudes of the Astronomical Almanac since
+ * 2020, from its CalcPlanet record for t: r, Delta and the phase angle from
+ * fields 8-10 and 1-2, 7; Saturn with its rings from the saturnicentric
+ * latitudes of the Sun and the observer; Uranus with its planetographic
+ * latitudes; Neptune with its secular brightening. Codes 0..6. Mars without the rotation and season corrections of
+ * the paper's tables (within +-0.06 mag). Returns 1 with *mag written; 0
+ * (nothing written) for a code without a formula (7..11), for Saturn beyond
+ * the formula's limits (phase angle above 6.5 degrees or ring-plane
+ * latitude above 27 degrees, not reached from the Earth), for Neptune at
+ * phase angles above 1.9 degrees before 2000 (the paper's phase law starts
+ * in 2000), or a null pointer. Field 36 of CalcPlanet keeps the older formula. */
+KVX_API int32_t GetPlanetMagMH(int32_t code, const ATime *t, const BodyPos *planetPos, double *mag);
+
+/* end of: Physical ephemeris of the planets */
+
+/* ======================================================================
  * Comets and minor planets (src/comet/)
  * ====================================================================== */
 

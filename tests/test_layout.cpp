@@ -45,6 +45,8 @@ static_assert(sizeof(DataFileInfo) == 40 && offsetof(DataFileInfo, count) == 24 
 static_assert(sizeof(OrbitElm) == 80, "OrbitElm is ten doubles");
 static_assert(offsetof(OrbitElm, epoch) == 0 && offsetof(OrbitElm, a) == 8 && offsetof(OrbitElm, e) == 16);
 static_assert(offsetof(OrbitElm, incl) == 24 && offsetof(OrbitElm, node) == 32 && offsetof(OrbitElm, peri) == 40);
+static_assert(sizeof(PlanetPhysical) == 96 && offsetof(PlanetPhysical, eqRadius) == 8 && offsetof(PlanetPhysical, w1) == 88);
+static_assert(sizeof(NpJupiter) == 56 && sizeof(NpSaturn) == 56 && offsetof(NpSaturn, cm3) == 48);
 static_assert(offsetof(OrbitElm, m) == 48 && offsetof(OrbitElm, n) == 56 && offsetof(OrbitElm, equinox) == 64);
 static_assert(sizeof(CometElements) == 136);
 static_assert(offsetof(CometElements, kind) == 0 && offsetof(CometElements, number) == 4 && offsetof(CometElements, designation) == 8);

@@ -103,6 +103,13 @@ TEST(NullPointers, EveryExportReturnsItsFailureValue) {
              return CalcPlanet(2, nullptr, &sun, &body) == 0 && CalcPlanet(2, &t, &sun, nullptr) == 0 &&
                     body.f[0] == 123.0;
          }},
+        {"PhysicalEphemeris", [&] {
+             NpJupiter jup{};
+             return GetPoleXyz(3, 2451545.0, nullptr, &x) == 0 && x == 7.0 && GetNpJupiter(nullptr, &body, &jup) == 0 &&
+                    GetNpJupiter(&t, nullptr, &jup) == 0 && GetNpSaturn(&t, &body, nullptr) == 0 &&
+                    GetPlanetMagMH(3, &t, nullptr, &x) == 0 && GetPlanetMagMH(3, &t, &body, nullptr) == 0 &&
+                    x == 7.0 && jup.cm1 == 0.0 && GetPlanetPhysicalTable(nullptr) != nullptr;
+         }},
         {"GetPlanetOrbitElm", [&] {
              return GetPlanetOrbitElm(0, 2451545.0, nullptr) == 0 &&
                     GetPlanetByElement(nullptr, 2451545.0, v, nullptr) == 0 &&

@@ -259,7 +259,7 @@ int RunComet(const Args &args) {
         std::fprintf(stderr, "kvx: the orbit could not be solved for this date\n");
         return 1;
     }
-    BodyLine l{el.designation, c, true};
+    BodyLine l{el.designation, c, true, -100};
     if (args.Flag("json")) {
         std::printf("%s\n", Json().Num("jd", t.jd).Num("jde", t.jde).Num("r", c.f[16]).Raw("comet", BodyLineJson(t, l)).Text().c_str());
     } else {

@@ -29,7 +29,7 @@ int RunPlanet(const Args &args) {
     CalcSun(&t, &sun);
     std::vector<BodyLine> lines;
     for (int c : codes) {
-        BodyLine l{kPlanetNames[c], {}, true};
+        BodyLine l{kPlanetNames[c], {}, true, c};
         CalcPlanet(c, &t, &sun, &l.p);
         lines.push_back(l);
     }

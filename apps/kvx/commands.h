@@ -20,6 +20,7 @@ int RunConvert(const Args &args);
 int RunConst(const Args &args);
 int RunSun(const Args &args);
 int RunPlanet(const Args &args);
+int RunPhysical(const Args &args);
 int RunComet(const Args &args);
 int RunOrbit(const Args &args);
 int RunMoon(const Args &args);

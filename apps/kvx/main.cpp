@@ -35,6 +35,7 @@ const Command kCommands[] = {
      {"json", "list"}, RunConst},
     {"sun", "sun [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunSun},
     {"planet", "planet NAME|all [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunPlanet},
+    {"physical", "physical PLANET [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]", {"json"}, RunPhysical},
     {"comet",
      "comet --line 'MPC line' | --file CometEls.txt [--name TEXT] | --T JDE --q AU --e E --peri D --node D "
      "--incl D [--H M --K K] [--date ...] [--tail [--betas B,... --ages DAYS,... --wind KMS --ion-length AU] [--svg FILE]] "

@@ -18,11 +18,18 @@ std::string Lower(const std::string &s);
 
 // One body's place for a listing: apparent place of date, horizon (from
 // the J2000.0 place), distance, and for planets magnitude and phase.
+// For planets (code 0..11, CalcPlanet's record) the magnitude shown is
+// that of Mallama & Hilton 2018 (GetPlanetMagMH) where it has one, else
+// the record's field 36; the line says which.
 struct BodyLine {
     std::string name;
     BodyPos p;
     bool hasMag;
+    int code = -100;  // CalcPlanet's code, or -100 for another body
 };
+// The magnitude a listing shows for a body line and the name of its model
+// ("Mallama-Hilton 2018", "classic"; null when the body is no planet).
+double ShownMagnitude(const ATime &t, const BodyLine &l, const char **model);
 void PrintBodyLine(const ATime &t, const BodyLine &l);
 std::string BodyLineJson(const ATime &t, const BodyLine &l);
 

@@ -76,6 +76,19 @@ TEST(KvxBodiesCli, SunPlanetsAndOrbit) {
     ASSERT_EQ(all["bodies"].size(), 12u);
     EXPECT_EQ(all["bodies"][0]["name"].str(), "Mercury");
     EXPECT_EQ(all["bodies"][11]["name"].str(), "Haumea");
+    // The listing says which magnitude it shows: Mallama & Hilton's up to
+    // Neptune, the classic one beyond.
+    EXPECT_EQ(all["bodies"][3]["magnitudeModel"].str(), "Mallama-Hilton 2018");
+    EXPECT_EQ(all["bodies"][7]["magnitudeModel"].str(), "classic");
+    const Json jup = JsonOf("physical jupiter --date 2024-01-01T00:00 --tz 0 --lat 0 --lon 0 --height 0 --json");
+    const Observer o{0, 0, 0};
+    ATime t;
+    SetATimeJd(jup["jd"].num(), 0.0, &o, &t);
+    BodyPos sunPos, p;
+    CalcSun(&t, &sunPos);
+    CalcPlanet(3, &t, &sunPos, &p);
+    EXPECT_NEAR(jup["cmSystemII"].num(), p.f[KVX_BP_SPECIAL2 - 1], 1e-9);
+    EXPECT_NEAR(jup["magnitude"].num(), p.f[KVX_BP_MAG_MH - 1], 1e-9);
     // The orbit's points run from perihelion; the third of five is aphelion.
     const Json orbit = JsonOf("orbit Mars --date 2000-01-01T12:00 --points 5 --json");
     ASSERT_EQ(orbit["points"].size(), 5u);

@@ -125,6 +125,7 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "const 10 95", "const x 10", "const 1:99 10", "const 10 20 --epoch B1950", "const --list 10", "phases",
              "phases 2024 13", "phases year", "phases 2024.5", "phases 2024 1 2", "moon extra",
              "moon --date nonsense", "orbit", "orbit vulcan", "orbit mars --points 1", "planet", "planet vulcan",
+             "physical", "physical ceres", "physical mars venus", "physical mars --date 2024-02-30",
              "comet --line 'too short'", "comet --q 1",
              "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --betas 0.1,1.5",
              "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --ages 5,x",

@@ -12,6 +12,7 @@
 #include "solar/planet/dwarf_planet_elements.h"
 #include "solar/ephem/jpl_query.h"
 #include "solar/planet/orbit_elements.h"
+#include "solar/planet/physical.h"
 #include "solar/planet/planet_series.h"
 #include "solar/ephem/planet_xyz.h"
 #include "solar/sun/sun.h"
@@ -223,12 +224,13 @@ extern "C" int32_t CalcPlanet(int32_t code, ATime *t, const BodyPos *sunPos, Bod
         CalcPlanetLbr(4, jde - r.lightTime, lb, &rs);
         ring = planet::SaturnRingTerm(t->t2, f[body::kEclLon], f[body::kEclLat], lb[0], lb[1], rs);
     }
-    body::FillSlots(kPhysicalFirst, kDiameter, -1.0, out);
     if (code >= 0) {
         body::SetMagnitude(planet::Magnitude(code, f[kHelioDistance], delta, sunPos->f[body::kDistance], ring),
                            kMagnitude, kMagnitudeTenths, out);
         f[kDiameter] = 2.0 * planet::kMagDiameter[code].s0 / delta;
+        physical::Fill(code, *t, out);  // -1 beyond code 7
     } else {
+        body::FillSlots(kPhysicalFirst, kDiameter, -1.0, out);
         body::SetMagnitude(0.0, kMagnitude, kMagnitudeTenths, out);
         f[kDiameter] = 0.0;
     }
