@@ -442,6 +442,17 @@ std::string JsonString(const std::string &s) {
     return out + "\"";
 }
 
+std::string JsonArray(const std::vector<std::string> &items) {
+    std::string s = "[";
+    for (size_t i = 0; i < items.size(); ++i) s += (i ? ", " : "") + items[i];
+    return s + "]";
+}
+
+Json &Json::DateFields(const ADate &d) {
+    return Int("year", d.year).Int("month", d.month).Int("day", d.day).Int("hour", d.hour).Int("minute", d.minute).Num(
+        "second", d.second);
+}
+
 std::string JsonNumber(double v) {
     if (!std::isfinite(v)) return "null";
     char buf[40];

@@ -147,6 +147,8 @@ public:
     Json &Null(const std::string &key);
     Json &Raw(const std::string &key, const std::string &json);
     Json &Array(const std::string &key, const double *v, int n);
+    // year, month, day, hour, minute, second of a civil date.
+    Json &DateFields(const ADate &d);
     // "jd_ut" and the same instant as "local" ISO 8601 date-time, with
     // "zone" and "tz_hours": the header of every result.
     Json &When(const Place &place, double jd);
@@ -155,6 +157,8 @@ public:
 private:
     std::vector<std::pair<std::string, std::string>> fields_;
 };
+// "[a, b, ...]" of JSON texts.
+std::string JsonArray(const std::vector<std::string> &items);
 std::string JsonString(const std::string &s);
 std::string JsonNumber(double v);
 

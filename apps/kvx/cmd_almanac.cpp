@@ -53,6 +53,12 @@ const AlmanacSection kSections[] = {
 
 }  // namespace
 
+ATime AlmanacTime(const AlmanacContext &c) {
+    ATime t;
+    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    return t;
+}
+
 int RunAlmanac(const Args &args) {
     if (!args.Positional().empty()) throw UsageError{"unexpected argument '" + args.Positional()[0] + "'"};
     AlmanacContext ctx{};

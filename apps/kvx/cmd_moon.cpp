@@ -95,7 +95,7 @@ int RunMoon(const Args &args) {
     const Source src = SourceOf(-1, m.t.jde);
     WarnIfOutside("the Moon", src);
     PrintHeader(place, m.t.jd);
-    std::printf("Moon  JDE %.6f  source %s\n", m.t.jde, src.what.c_str());
+    std::printf("Moon  JDE %.6f  source %s%s\n", m.t.jde, src.what.c_str(), src.holds ? "" : " !");
     std::printf("  apparent   RA %s  Dec %s (topocentric)\n", FormatHms(f[2], 2).c_str(), FormatDms(f[3], 1, true).c_str());
     std::printf("  J2000      RA %s  Dec %s\n", FormatHms(f[0], 2).c_str(), FormatDms(f[1], 1, true).c_str());
     std::printf("  ecliptic   lon %s  lat %s (mean of date)\n", FormatDms(f[4], 1, false).c_str(),

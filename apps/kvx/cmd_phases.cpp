@@ -2,11 +2,13 @@
 // local time, with how accurate the instants are for that epoch.
 //
 // The library's GetMoonPhases answers month by month; outside the range of
-// its phase series it samples the elongation daily and can miss a phase.
-// The command therefore also searches every quarter itself, on the same
-// geocentric Sun-Moon elongation in apparent ecliptic longitude that the
-// library refines on (CalcSun, CalcMoon, Coordinates), and adds each phase
-// the library left out, so that every year is listed whole and in order.
+// its phase series it samples the elongation daily, without Delta T, and
+// can miss a phase. The command therefore refines each phase the library
+// gives on the geocentric Sun-Moon elongation in apparent ecliptic
+// longitude (CalcSun, CalcMoon, Coordinates) in universal time, searches
+// every quarter of the span itself on the same function, and adds each
+// phase the library left out, so that every year is listed whole and in
+// order.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -33,11 +35,13 @@ double Elongation(double jd) {
     BodyPos sun{}, moon{};
     CalcSun(&t, &sun);
     CalcMoon(&t, &moon, &sun);
-    const Ad sunEq{sun.f[0], sun.f[1]}, moonEq{moon.f[0], moon.f[1]};
-    Ad sunEcl{}, moonEcl{};
-    Coordinates(&t, KVX_COORD_J2000, &sunEq, KVX_COORD_ECL_APPARENT, &sunEcl);
-    Coordinates(&t, KVX_COORD_J2000, &moonEq, KVX_COORD_ECL_APPARENT, &moonEcl);
-    return degmal(moonEcl.a - sunEcl.a);
+    const BodyPos *bodies[2] = {&sun, &moon};
+    Ad ecliptic[2]{};
+    for (int i = 0; i < 2; ++i) {
+        const Ad apparent{bodies[i]->f[2], bodies[i]->f[3]};
+        Coordinates(&t, KVX_COORD_APPARENT, &apparent, KVX_COORD_ECL_APPARENT, &ecliptic[i]);
+    }
+    return degmal(ecliptic[1].a - ecliptic[0].a);
 }
 
 // Signed difference a - b reduced to -180..180 degrees.
@@ -107,19 +111,22 @@ int RunPhases(const Args &args) {
     ADate a{year, first, 1, 0, 0, 0.0, 0.0}, b{last == 12 ? year + 1 : year, last == 12 ? 1 : last + 1, 1, 0, 0, 0.0, 0.0};
     const double from = GetJd(&a) - ZoneAt(place, GetJd(&a)) / 24.0, to = GetJd(&b) - ZoneAt(place, GetJd(&b)) / 24.0;
 
-    // The library's phases first, then the ones it left out.
+    // The library's phases, refined (they stay put to well under a second
+    // inside its series range), then the ones it left out.
     std::vector<MoonPhase> phases;
     for (int month = first; month <= last; ++month) {
         const ADate request{year, month, 1, 0, 0, 0.0, ZoneAt(place, GetJd(&a))};
         MoonPhase got[6];
         const int n = GetMoonPhases(&request, got, 6);
-        for (int i = 0; i < n; ++i)
-            if (got[i].jd >= from && got[i].jd < to) phases.push_back(got[i]);
+        for (int i = 0; i < n; ++i) {
+            const MoonPhase refined{got[i].phase, Solve(got[i].jd, got[i].phase * 90.0)};
+            if (refined.jd >= from && refined.jd < to) phases.push_back(refined);
+        }
     }
     const int fromLibrary = static_cast<int>(phases.size());
     for (const MoonPhase &p : AllPhases(from, to)) {
         bool listed = false;
-        for (const MoonPhase &q : phases) listed = listed || (q.phase == p.phase && std::fabs(q.jd - p.jd) < 2.0);
+        for (const MoonPhase &q : phases) listed = listed || (q.phase == p.phase && std::fabs(q.jd - p.jd) < 0.01);
         if (!listed) phases.push_back(p);
     }
     std::sort(phases.begin(), phases.end(), [](const MoonPhase &x, const MoonPhase &y) { return x.jd < y.jd; });

@@ -35,10 +35,10 @@ int RunPlanet(const Args &args) {
         lines.push_back(l);
     }
     if (args.Flag("json")) {
-        std::string list = "[";
-        for (size_t k = 0; k < lines.size(); ++k) list += (k ? ", " : "") + BodyLineJson(t, lines[k], refraction);
+        std::vector<std::string> list;
+        for (const auto &l : lines) list.push_back(BodyLineJson(t, l, refraction));
         std::printf("%s\n",
-                    Json().Num("jd", t.jd).Num("jde", t.jde).When(place, t.jd).Raw("bodies", list + "]").Text().c_str());
+                    Json().Num("jd", t.jd).Num("jde", t.jde).When(place, t.jd).Raw("bodies", JsonArray(list)).Text().c_str());
     } else {
         PrintHeader(place, t.jd);
         std::printf("Planets  JDE %.6f  (apparent topocentric place of date; altitude %s)\n", t.jde,
@@ -49,24 +49,18 @@ int RunPlanet(const Args &args) {
 }
 
 void PlanetsAlmanacText(const AlmanacContext &c) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos sun;
     std::printf("Sun and planets (apparent topocentric place of date, geometric altitude)\n");
     for (const auto &l : SunAndPlanets(t, &sun)) PrintBodyLine(t, l);
 }
 
 void PlanetsAlmanacJson(const AlmanacContext &c, Json &out) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos sun;
-    std::string list = "[";
-    bool first = true;
-    for (const auto &l : SunAndPlanets(t, &sun)) {
-        list += (first ? "" : ", ") + BodyLineJson(t, l);
-        first = false;
-    }
-    out.Raw("bodies", list + "]");
+    std::vector<std::string> list;
+    for (const auto &l : SunAndPlanets(t, &sun)) list.push_back(BodyLineJson(t, l));
+    out.Raw("bodies", JsonArray(list));
 }
 
 }  // namespace kvx::cli

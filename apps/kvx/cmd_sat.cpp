@@ -208,12 +208,6 @@ std::string ModelNote(const Satellite &s) {
     return buf;
 }
 
-std::string JsonArray(const std::vector<std::string> &items) {
-    std::string s = "[";
-    for (size_t i = 0; i < items.size(); ++i) s += (i ? ", " : "") + items[i];
-    return s + "]";
-}
-
 int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool json) {
     const Lla lla{place.observer.latitude, place.observer.longitude, place.observer.height};
     std::vector<std::string> items;

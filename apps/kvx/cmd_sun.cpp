@@ -44,7 +44,7 @@ int RunSun(const Args &args) {
         return 0;
     }
     PrintHeader(place, t.jd);
-    std::printf("Sun  JDE %.6f  source %s\n", t.jde, src.what.c_str());
+    std::printf("Sun  JDE %.6f  source %s%s\n", t.jde, src.what.c_str(), src.holds ? "" : " !");
     std::printf("  apparent   RA %s  Dec %s\n", FormatHms(s.f[2], 2).c_str(), FormatDms(s.f[3], 1, true).c_str());
     std::printf("  J2000      RA %s  Dec %s\n", FormatHms(s.f[0], 2).c_str(), FormatDms(s.f[1], 1, true).c_str());
     std::printf("  ecliptic   lon %s  lat %s (mean of date)\n", FormatDms(s.f[4], 1, false).c_str(),

@@ -173,7 +173,9 @@ int main(int argc, char **argv) {
         return 0;
     }
     try {
-        const Args args(words, command->flags);
+        std::vector<std::string> flags = command->flags;
+        flags.push_back("refraction");  // every command that shows altitudes takes it
+        const Args args(words, flags);
         return command->run(args);
     } catch (const UsageError &e) {
         std::fprintf(stderr, "kvx: %s\n", e.message.c_str());

@@ -69,6 +69,7 @@ std::string FileSpan(double start, double end) {
 }  // namespace
 
 Source SourceOf(int code, double jde) {
+    if (code == kElementsBody) return Source{"the given orbital elements (two-body)", "the elements' epoch", true};
     DataFileInfo jpl{};
     const bool jplAnswers = GetDataFileInfo(KVX_DATA_JPL_DE, 0, &jpl) && !DataOnMemory();
     if (code == -1) {
@@ -100,13 +101,11 @@ Source SourceOf(int code, double jde) {
 }
 
 void WarnIfOutside(const std::string &body, const Source &s) {
-    static std::vector<std::string> warned;
-    if (s.holds) return;
-    for (const auto &w : warned)
-        if (w == s.what) return;
-    warned.push_back(s.what);
-    std::fprintf(stderr, "kvx: warning: %s from %s: its stated accuracy holds only %s\n", body.c_str(),
-                 s.what.c_str(), s.span.c_str());
+    static bool warned = false;
+    if (s.holds || warned) return;
+    warned = true;
+    std::fprintf(stderr, "kvx: warning: %s from %s: its stated accuracy holds only %s (such results are marked '!')\n",
+                 body.c_str(), s.what.c_str(), s.span.c_str());
 }
 
 void PrintBodyLine(const ATime &t, const BodyLine &l, const Refraction &r) {
@@ -120,7 +119,7 @@ void PrintBodyLine(const ATime &t, const BodyLine &l, const Refraction &r) {
                 FormatDms(l.p.f[3], 1, true).c_str(), FormatDms(hz.altitude, 0, true).c_str(),
                 FormatDms(hz.azimuth, 0, false).c_str(), dist);
     if (l.hasMag) std::printf("  mag %+5.1f  phase %.3f", l.p.f[35], l.p.f[18]);
-    std::printf("  [%s]\n", src.what.c_str());
+    std::printf("  [%s%s]\n", src.what.c_str(), src.holds ? "" : " !");
 }
 
 std::string BodyLineJson(const ATime &t, const BodyLine &l, const Refraction &r) {

@@ -26,10 +26,12 @@ struct Source {
     std::string span;   // where the stated accuracy holds, e.g. "AD 1000-3000"
     bool holds;
 };
-// code: -2 the Sun, -1 the Moon, 0..11 the planets and dwarf planets.
+// code: -2 the Sun, -1 the Moon, 0..11 the planets and dwarf planets,
+// kElementsBody a body on orbital elements given on the command line.
+inline constexpr int kElementsBody = 1000;
 Source SourceOf(int code, double jde);
-// Once per run and source: a warning on stderr when the source's stated
-// accuracy does not hold at the date.
+// Once per run: a warning on stderr when a source's stated accuracy does
+// not hold at the date (the listings mark each such result).
 void WarnIfOutside(const std::string &body, const Source &s);
 // Whether the large files were read wholly into memory (OnMemory), so that
 // the JPL DE file answers no position query.
@@ -42,7 +44,7 @@ struct BodyLine {
     std::string name;
     BodyPos p;
     bool hasMag;
-    int code = -2;  // body code for SourceOf: -2 Sun, -1 Moon, 0..11
+    int code = kElementsBody;  // for SourceOf: -2 Sun, -1 Moon, 0..11, else orbital elements
 };
 void PrintBodyLine(const ATime &t, const BodyLine &l, const Refraction &r = {});
 std::string BodyLineJson(const ATime &t, const BodyLine &l, const Refraction &r = {});
