@@ -32,13 +32,12 @@ constexpr double kDegreesPerDay = 360.0 / 29.530588861;
 double Elongation(double jd) {
     ATime t;
     SetATimeJd(jd, 0.0, nullptr, &t);
-    BodyPos sun{}, moon{};
-    CalcSun(&t, &sun);
-    CalcMoon(&t, &moon, &sun);
-    const BodyPos *bodies[2] = {&sun, &moon};
+    BodyPos bodies[2]{};  // the Sun, the Moon
+    CalcSun(&t, &bodies[0]);
+    CalcMoon(&t, &bodies[1], &bodies[0]);
     Ad ecliptic[2]{};
     for (int i = 0; i < 2; ++i) {
-        const Ad apparent{bodies[i]->f[2], bodies[i]->f[3]};
+        const Ad apparent{bodies[i].f[2], bodies[i].f[3]};
         Coordinates(&t, KVX_COORD_APPARENT, &apparent, KVX_COORD_ECL_APPARENT, &ecliptic[i]);
     }
     return degmal(ecliptic[1].a - ecliptic[0].a);
