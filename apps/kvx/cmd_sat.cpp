@@ -260,8 +260,8 @@ int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool 
 int RunSat(const Args &args) {
     args.ExpectPositional(1, 1);
     const std::string file = args.Positional()[0];
-    const Place place = PlaceFrom(args);
-    const ADate date = DateOption(args, place.tz);
+    Place place = PlaceFrom(args);
+    const ADate date = DateOption(args, &place);
     const double jd = GetJd(&date);
     const double days = args.Number("days", 1.0);
     if (!(days > 0.0 && days <= 60.0)) throw UsageError{"--days must be between 0 and 60"};

@@ -190,8 +190,12 @@ TEST(KvxCli, OneTimeZoneRule) {
     EXPECT_EQ(london["jd"].num(), utcMidnight + 182.0);
     EXPECT_EQ(london["zone"].str(), "system (Europe/London)");
     EXPECT_EQ(Ok("jd 2023-12-31T19:00 --json", "TZ=America/New_York").json()["jd"].num(), utcMidnight);
+    // Tokyo's day seen from a UTC system zone: sunset falls before sunrise
+    // in that day, daylight still 14h35m at the June solstice (±2 min).
+    EXPECT_TRUE(Ok("--date 2025-06-21T12:00", "TZ=UTC").Has("day length 14h3")) << "day length";
     // sun, moon and the almanac follow the same rule and print it first.
-    for (const char *cmd : {"sun", "moon", "planet mars", "", "moons jupiter", "convert --from 3 --to 1 0 0"}) {
+    for (const char *cmd : {"sun", "moon", "planet mars", "", "moons jupiter", "convert --from 3 --to 1 0 0",
+                            "comet --T 2460580.2405 --q 0.39 --e 0.99 --peri 308 --node 21 --incl 139"}) {
         const KvxResult r = Ok(std::string(cmd) + " --date 2024-07-01T01:00", "TZ=Europe/London");
         EXPECT_EQ(r.out.rfind("2024-07-01T01:00:00+01:00 (system (Europe/London))  JD 2460492.500000 UT\n", 0), 0u)
             << cmd << "\n" << r.out;
