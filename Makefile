@@ -1,4 +1,4 @@
-# kvxlib: make demo | make test | make bench | make install | make windows | make clean
+# kvxlib: make demo | make test | make data | make bench | make install | make windows | make clean
 # demo, test and windows install missing build prerequisites with apt-get
 # when run as root on Debian; otherwise they print the command to run.
 
@@ -20,7 +20,11 @@ BENCH_DEPS   = libbenchmark-dev liberfa-dev libnova-dev libswe-dev swe-basic-dat
 # wine64 runs the Windows programs in the cross-build's tests.
 WINDOWS_DEPS = cmake make g++-mingw-w64-x86-64-win32 wine64
 
-.PHONY: all demo test bench clean deps bench-deps configure install uninstall windows windows-deps
+# make data [DATA_DIR=...]: DE405, Delta T and meteor files and the
+# per-user settings that point at them (tools/make_data.sh).
+DATA_DIR ?= $(or $(XDG_DATA_HOME),$(HOME)/.local/share)/kvxlib
+
+.PHONY: data all demo test bench clean deps bench-deps configure install uninstall windows windows-deps
 
 all: configure
 	cmake --build $(BUILD) -j $(JOBS)
@@ -37,8 +41,13 @@ windows-deps:
 configure: deps
 	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE) $(CMAKE_ARGS)
 
-demo: all
+# The library and kvx only; the tests are built by `make test`.
+demo: configure
+	cmake --build $(BUILD) -j $(JOBS) --target kvx
 	$(BUILD)/apps/kvx/kvx
+
+data:
+	sh tools/make_data.sh $(DATA_DIR)
 
 test: all
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

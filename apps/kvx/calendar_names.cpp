@@ -82,12 +82,6 @@ const char *TermName(int identifier) {
     return identifier >= 0 && identifier < static_cast<int>(std::size(kNames)) ? kNames[identifier] : "";
 }
 
-int ParseYear(const std::string &text) {
-    const double y = ParseNumber(text, "year");
-    if (y != std::floor(y) || std::fabs(y) > 100000.0) throw UsageError{"year must be a whole number, -100000 to 100000"};
-    return static_cast<int>(y);
-}
-
 std::string DateText(int year, int month, int day) {
     char buf[32];
     std::snprintf(buf, sizeof buf, "%04d-%02d-%02d", year, month, day);

@@ -12,10 +12,6 @@ namespace kvx::cli {
 const char *HolidayName(int kind);
 const char *TermName(int identifier);
 
-// A whole year from a positional argument: throws UsageError outside
-// -100000..100000.
-int ParseYear(const std::string &text);
-
 // "2025-06-01"
 std::string DateText(int year, int month, int day);
 // Three-letter weekday of a civil date ("Sun").

@@ -13,6 +13,7 @@ namespace {
 
 void HeaderText(const AlmanacContext &c) {
     const Observer &o = c.place.observer;
+    PrintHeader(c.place, c.jd);
     std::printf("kvx almanac\n");
     std::printf("  place     %.4f %s  %.4f %s  %.0f m\n", std::fabs(o.latitude), o.latitude >= 0 ? "N" : "S",
                 std::fabs(o.longitude), o.longitude >= 0 ? "E" : "W", o.height);
@@ -25,12 +26,11 @@ void HeaderText(const AlmanacContext &c) {
 
 void HeaderJson(const AlmanacContext &c, Json &out) {
     Json place;
-    place.Num("latitude", c.place.observer.latitude)
-        .Num("longitude", c.place.observer.longitude)
-        .Num("height", c.place.observer.height);
+    place.Num("latitude_deg", c.place.observer.latitude)
+        .Num("longitude_deg", c.place.observer.longitude)
+        .Num("height_m", c.place.observer.height);
     out.Raw("place", place.Text())
-        .Str("local", FormatDate(c.date))
-        .Num("tz", c.place.tz)
+        .When(c.place, c.jd)
         .Str("weekday", WeekdayName(c.jd, c.place.tz))
         .Num("jd", c.jd)
         .Num("mjd", GetMjd(c.jd));
@@ -53,11 +53,17 @@ const AlmanacSection kSections[] = {
 
 }  // namespace
 
+ATime AlmanacTime(const AlmanacContext &c) {
+    ATime t;
+    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    return t;
+}
+
 int RunAlmanac(const Args &args) {
     if (!args.Positional().empty()) throw UsageError{"unexpected argument '" + args.Positional()[0] + "'"};
     AlmanacContext ctx{};
     ctx.place = PlaceFrom(args);
-    ctx.date = DateOption(args, ctx.place.tz);
+    ctx.date = DateOption(args, &ctx.place);
     ctx.jd = GetJd(&ctx.date);
     if (args.Flag("json")) {
         Json out;

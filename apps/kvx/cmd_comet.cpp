@@ -259,12 +259,21 @@ int RunComet(const Args &args) {
         std::fprintf(stderr, "kvx: the orbit could not be solved for this date\n");
         return 1;
     }
-    BodyLine l{el.designation, c, true, -100};
+    BodyLine l{el.designation, c, true};
+    const Refraction refraction = RefractionFrom(args);
     if (args.Flag("json")) {
-        std::printf("%s\n", Json().Num("jd", t.jd).Num("jde", t.jde).Num("r", c.f[16]).Raw("comet", BodyLineJson(t, l)).Text().c_str());
+        std::printf("%s\n", Json()
+                                .Num("jd", t.jd)
+                                .Num("jde", t.jde)
+                                .When(place, t.jd)
+                                .Num("r_au", c.f[16])
+                                .Raw("comet", BodyLineJson(t, l, refraction))
+                                .Text()
+                                .c_str());
     } else {
-        std::printf("Comet  JD %.6f (UT)  JDE %.6f  r %.6f AU\n", t.jd, t.jde, c.f[16]);
-        PrintBodyLine(t, l);
+        PrintHeader(place, t.jd);
+        std::printf("Comet  JDE %.6f  r %.6f AU\n", t.jde, c.f[16]);
+        PrintBodyLine(t, l, refraction);
     }
     return 0;
 }

@@ -19,8 +19,8 @@ struct System {
 };
 
 const System kSystems[] = {
-    {1, "horizontal", "horizontal, geometric (azimuth from south through west)", false},
-    {2, "horizontal-app", "horizontal, apparent (azimuth from south through west)", false},
+    {1, "horizontal", "horizontal, geometric (azimuth from north through east)", false},
+    {2, "horizontal-app", "horizontal, apparent (azimuth from north through east)", false},
     {3, "j2000", "equatorial, mean J2000.0", true},
     {4, "b1950", "equatorial, mean B1950.0", true},
     {5, "mean", "equatorial, mean of date", true},
@@ -40,18 +40,12 @@ const System &ParseSystem(const std::string &text, const char *option) {
 }
 
 std::string Sexagesimal(double value, bool hours) {
-    char buf[64];
-    if (hours) {
-        Hour60 h;
-        HourTo60(degmal(value) / 15.0, &h);
-        std::snprintf(buf, sizeof buf, "%02dh%02dm%05.2fs", h.hour, h.min, h.sec);
-    } else {
-        Deg60 d;
-        DegTo60(value, &d);
-        std::snprintf(buf, sizeof buf, "%c%02dd%02dm%04.1fs", d.sign < 0 ? '-' : '+', d.deg, d.min, d.sec);
-    }
-    return buf;
+    return hours ? FormatHms(value, 2) : FormatDms(value, 1, true);
 }
+
+// The library's horizontal systems count azimuth from the south through
+// the west; the command line from the north through the east.
+bool Horizontal(const System &s) { return s.code == KVX_COORD_HORIZONTAL || s.code == KVX_COORD_HORIZONTAL_APP; }
 
 void PrintPair(const char *label, const System &s, const Ad &p) {
     std::printf("%s %2d %-56s %11.6f %+10.6f  %s %s\n", label, s.code, s.title, p.a, p.d,
@@ -68,32 +62,36 @@ int RunConvert(const Args &args) {
     const System &to = ParseSystem(*toText, "--to");
     const Ad in{ParseNumber(args.Positional()[0], "longitude"), ParseNumber(args.Positional()[1], "latitude")};
     if (std::fabs(in.d) > 90.0) throw UsageError{"latitude must lie within -90..90"};
-    const Place place = PlaceFrom(args);
-    const ADate date = DateOption(args, place.tz);
+    Place place = PlaceFrom(args);
+    const ADate date = DateOption(args, &place);
     ATime t{};
     SetATimeDate(&date, &place.observer, &t);
+    const Ad libraryIn{Horizontal(from) ? NorthAzimuth(in.a) : in.a, in.d};
     Ad out{};
-    Coordinates(&t, from.code, &in, to.code, &out);
+    Coordinates(&t, from.code, &libraryIn, to.code, &out);
+    if (Horizontal(to)) out.a = NorthAzimuth(out.a);
+    else if (from.code == to.code) out.a = in.a;
     if (args.Flag("json")) {
         const double inPair[2] = {in.a, in.d}, outPair[2] = {out.a, out.d};
         std::printf("%s\n", Json()
                                 .Str("date", FormatDate(date))
-                                .Num("tz", place.tz)
+                                .When(place, t.jd)
                                 .Num("jd", t.jd)
                                 .Num("jde", t.jde)
-                                .Num("latitude", place.observer.latitude)
-                                .Num("longitude", place.observer.longitude)
-                                .Num("height", place.observer.height)
+                                .Num("latitude_deg", place.observer.latitude)
+                                .Num("longitude_deg", place.observer.longitude)
+                                .Num("height_m", place.observer.height)
                                 .Int("from", from.code)
                                 .Int("to", to.code)
-                                .Array("in", inPair, 2)
-                                .Array("out", outPair, 2)
+                                .Array("in_deg", inPair, 2)
+                                .Array("out_deg", outPair, 2)
+                                .Bool("azimuth_from_north", Horizontal(from) || Horizontal(to))
                                 .Text()
                                 .c_str());
         return 0;
     }
-    std::printf("%s %s  JD %.6f  lat %.4f lon %.4f height %.0f m\n", FormatDate(date).c_str(),
-                FormatZone(place.tz).c_str(), t.jd, place.observer.latitude, place.observer.longitude,
+    PrintHeader(place, t.jd);
+    std::printf("observer lat %.4f° lon %.4f° height %.0f m\n", place.observer.latitude, place.observer.longitude,
                 place.observer.height);
     PrintPair("from", from, in);
     PrintPair("to  ", to, out);

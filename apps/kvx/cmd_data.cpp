@@ -12,6 +12,7 @@
 #include <dlfcn.h>
 #endif
 
+#include <cmath>
 #include <cstdio>
 #include <cctype>
 #include <cstring>
@@ -19,6 +20,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "report.h"
 #include "platform/settings.h"
 
 namespace kvx::cli {
@@ -104,6 +106,16 @@ const char *PlanetName(int number) {
     return (number % 100 == 99 && i >= 0 && i < 13) ? kNames[i] : "?";
 }
 
+// "", or " (missing)" when no file is at the path: a configured path is
+// shown even when the file is not there.
+std::string Missing(const std::string &path) {
+    if (path.empty()) return "";
+    FILE *f = std::fopen(path.c_str(), "rb");
+    if (!f) return " (missing)";
+    std::fclose(f);
+    return "";
+}
+
 std::string Span(double a, double b) {
     char buf[96];
     std::snprintf(buf, sizeof buf, "JD %.1f to %.1f (%s to %s)", a, b, Date(a).c_str(), Date(b).c_str());
@@ -111,6 +123,8 @@ std::string Span(double a, double b) {
 }
 
 }  // namespace
+
+bool DataOnMemory() { return OnMemory(); }
 
 int RunData(const Args &args) {
     args.ExpectPositional(0, 0);
@@ -152,42 +166,48 @@ int RunData(const Args &args) {
                                            .Int("rows", blocks[i].count)
                                            .Text();
         bodies += "]";
+        std::string lines = "[";
+        for (const auto &l : StartupDiagnostics()) lines += (lines.size() > 1 ? ", " : "") + JsonString(l);
         Json out;
         out.Raw("onMemory", onMemory ? "true" : "false")
+            .Raw("startup_messages", lines + "]")
             .Raw("deltaT", Json()
                                .Str("path", jdtAt.path)
+                               .Bool("exists", Missing(jdtAt.path).empty())
                                .Raw("valid", jdtValid ? "true" : "false")
-                               .Int("version", jdt.count > 0 ? jdt.version : -1)
+                               .Num("oldest", jdt.count > 0 ? jdt.start : NAN)
+                               .Raw("version", jdt.count > 0 ? std::to_string(jdt.version) : "null")
                                .Int("entries", jdt.count)
-                               .Num("newest", jdt.end)
+                               .Num("newest", jdt.count > 0 ? jdt.end : NAN)
                                .Text())
-            .Raw("planets", Json().Str("path", planetAt.path).Str("state", planetState).Raw("bodies", bodies).Text())
+            .Raw("planets", Json().Str("path", planetAt.path).Bool("exists", Missing(planetAt.path).empty()).Str("state", planetState).Raw("bodies", bodies).Text())
             .Raw("jpl", Json()
                             .Str("path", jplAt.path)
-                            .Int("version", deVersion)
-                            .Num("start", jpl.start)
-                            .Num("end", jpl.end)
-                            .Num("step", jpl.step)
+                            .Raw("version", deVersion >= 0 ? std::to_string(deVersion) : "null")
+                            .Num("start", deVersion >= 0 ? jpl.start : NAN)
+                            .Num("end", deVersion >= 0 ? jpl.end : NAN)
+                            .Num("step", deVersion >= 0 ? jpl.step : NAN)
                             .Text())
             .Raw("moon", Json()
                              .Str("source", moonFromJpl ? "jpl" : moonValid ? "moon.xyz" : "theory")
                              .Str("path", moonFromJpl ? jplAt.path : moonValid ? moonAt.path : "")
-                             .Num("start", moonFromJpl ? jpl.start : moon.start)
-                             .Num("end", moonFromJpl ? jpl.end : moon.end)
+                             .Num("start", moonFromJpl ? jpl.start : moonValid ? moon.start : NAN)
+                             .Num("end", moonFromJpl ? jpl.end : moonValid ? moon.end : NAN)
                              .Text())
-            .Raw("meteors", Json().Str("path", meteorAt.path).Int("count", meteors).Text());
+            .Raw("meteors", Json().Str("path", meteorAt.path).Bool("exists", Missing(meteorAt.path).empty()).Int("count", meteors).Text());
         std::printf("%s\n", out.Text().c_str());
         return 0;
     }
 
     std::printf("OnMemory    %s\n", onMemory ? "on" : "off");
-    std::printf("Delta T     %s (%s)\n", jdtAt.path.c_str(), jdtAt.from.c_str());
+    std::printf("Delta T     %s (%s)%s\n", jdtAt.path.c_str(), jdtAt.from.c_str(), Missing(jdtAt.path).c_str());
     if (jdt.count > 0)
-        std::printf("            version %d, %d entries, newest JD %.1f (%s)%s\n", jdt.version, jdt.count, jdt.end,
-                    Date(jdt.end).c_str(), jdtValid ? "" : "; not in use as a version-2 file");
+        std::printf("            version %d, %d entries, %s%s\n", jdt.version, jdt.count,
+                    Span(jdt.start, jdt.end).c_str(), jdtValid ? "" : "; not in use as a version-2 file");
     else
         std::printf("            not loaded: built-in table and polynomials\n");
-    std::printf("Planets     %s (%s): %s\n", planetAt.path.c_str(), planetAt.from.c_str(), planetState);
+    std::printf("Planets     %s (%s)%s: %s\n", planetAt.path.c_str(), planetAt.from.c_str(),
+                Missing(planetAt.path).c_str(), planetState);
     if (planetOpen || std::strcmp(planetState, "not loaded") != 0)
         for (const auto &b : blocks)
             std::printf("            %-8s %s, step %g d, %d rows\n", PlanetName(b.number), Span(b.start, b.end).c_str(),
@@ -196,9 +216,11 @@ int RunData(const Args &args) {
         std::printf("JPL DE      %s (%s): DE%d, %s%s\n", jplAt.path.c_str(), jplAt.from.c_str(), deVersion,
                     Span(jpl.start, jpl.end).c_str(), onMemory ? "; read into memory, so not queried" : "");
     else
-        std::printf("JPL DE      none%s\n", jplAt.from == "default" ? " (JplEphUnixFile not set)" : "");
+        std::printf("JPL DE      %s\n", jplAt.from == "default" ? "none (JplEphUnixFile not set)"
+                                                           : (jplAt.path + " (" + jplAt.from + ")" + Missing(jplAt.path) +
+                                                              ": not loaded").c_str());
     if (moonFromJpl)
-        std::printf("Moon        from the JPL DE file\n");
+        std::printf("Moon        from the JPL DE file, %s\n", Span(jpl.start, jpl.end).c_str());
     else if (moonValid)
         std::printf("Moon        %s (%s): %s\n", moonAt.path.c_str(), moonAt.from.c_str(), Span(moon.start, moon.end).c_str());
     else
@@ -206,7 +228,10 @@ int RunData(const Args &args) {
     if (meteors > 0)
         std::printf("Meteors     %s (%s): %d showers\n", meteorAt.path.c_str(), meteorAt.from.c_str(), meteors);
     else
-        std::printf("Meteors     none\n");
+        std::printf("Meteors     %s (%s)%s: none loaded\n", meteorAt.path.c_str(), meteorAt.from.c_str(),
+                    Missing(meteorAt.path).c_str());
+    std::printf("Start-up messages of the library%s\n", StartupDiagnostics().empty() ? ": none" : ":");
+    for (const auto &l : StartupDiagnostics()) std::printf("  %s\n", l.c_str());
     return 0;
 }
 

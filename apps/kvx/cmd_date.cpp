@@ -9,27 +9,25 @@ namespace kvx::cli {
 int RunDate(const Args &args) {
     args.ExpectPositional(1, 1);
     const double jd = ParseNumber(args.Positional()[0], "JD");
-    const double tz = args.Number("tz", 0.0);
-    ADate date{};
-    JdToDate2(jd + tz / 24.0, &date);
-    date.tz = tz;
+    // JD 0 opens the first supported year; the last ends the last one.
+    const ADate last{kMaxYear, 12, 31, 24, 0, 0.0, 0.0};
+    if (jd < 0.0 || jd > GetJd(&last)) throw UsageError{"JD must lie within 0.." + std::to_string(GetJd(&last))};
+    const Place place = PlaceFrom(args);
+    const ADate date = LocalDate(place, jd);
+    const double tz = date.tz;
     const char *weekday = WeekdayName(jd, tz);
     if (args.Flag("json")) {
         std::printf("%s\n", Json()
                                 .Num("jd", jd)
-                                .Num("tz", tz)
-                                .Int("year", date.year)
-                                .Int("month", date.month)
-                                .Int("day", date.day)
-                                .Int("hour", date.hour)
-                                .Int("minute", date.minute)
-                                .Num("second", date.second)
+                                .When(place, jd)
+                                .DateFields(date)
                                 .Str("weekday", weekday)
                                 .Str("date", FormatDate(date))
                                 .Text()
                                 .c_str());
     } else {
-        std::printf("JD %.6f = %s %s %s\n", jd, FormatDate(date).c_str(), FormatZone(tz).c_str(), weekday);
+        std::printf("JD %.6f = %s %s (%s) %s\n", jd, FormatDate(date).c_str(), FormatZone(tz).c_str(),
+                    place.zone.c_str(), weekday);
     }
     return 0;
 }

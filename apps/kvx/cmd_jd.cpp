@@ -8,13 +8,20 @@ namespace kvx::cli {
 
 int RunJd(const Args &args) {
     args.ExpectPositional(1, 1);
-    const double tz = args.Number("tz", 0.0);
-    const ADate date = ParseDate(args.Positional()[0], tz);
+    Place place = PlaceFrom(args);
+    const ADate date = ParseDate(args.Positional()[0], &place);
     const double jd = GetJd(&date);
     if (args.Flag("json")) {
-        std::printf("%s\n", Json().Str("date", FormatDate(date)).Num("tz", tz).Num("jd", jd).Num("mjd", GetMjd(jd)).Text().c_str());
+        std::printf("%s\n", Json()
+                                .Str("date", FormatDate(date))
+                                .When(place, jd)
+                                .Num("jd", jd)
+                                .Num("mjd", GetMjd(jd))
+                                .Text()
+                                .c_str());
     } else {
-        std::printf("%s %s  JD %.6f  MJD %.6f\n", FormatDate(date).c_str(), FormatZone(tz).c_str(), jd, GetMjd(jd));
+        std::printf("%s %s (%s)  JD %.6f  MJD %.6f\n", FormatDate(date).c_str(), FormatZone(date.tz).c_str(),
+                    place.zone.c_str(), jd, GetMjd(jd));
     }
     return 0;
 }

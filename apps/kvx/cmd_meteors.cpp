@@ -1,4 +1,5 @@
-// kvx meteors: the meteor-shower catalogue the library loaded.
+// kvx meteors: the meteor-shower catalogue the library loaded, its columns
+// named as the distributed list documents them (IMO working list fields).
 #include <cstdio>
 #include <string>
 
@@ -18,11 +19,15 @@ int RunMeteors(const Args &args) {
                                           .Int("number", m->number)
                                           .Str("code", m->code)
                                           .Str("name", m->name)
-                                          .Str("name2", m->name2)
-                                          .Array("values", m->value, 5)
-                                          .Int("intValue", m->intValue)
-                                          .Num("value6", m->value6)
-                                          .Int("optional", m->optional)
+                                          .Str("name_japanese", m->name2)
+                                          .Num("solar_longitude_deg", m->value[0])
+                                          .Num("radiant_ra_deg", m->value[1])
+                                          .Num("radiant_dec_deg", m->value[2])
+                                          .Num("velocity_km_s", m->value[3])
+                                          .Num("population_index", m->value[4])
+                                          .Int("zhr", m->intValue)
+                                          .Num("activity_days", m->value6)
+                                          .Int("iau_number", m->optional)
                                           .Text();
         }
         std::printf("%s\n", Json().Int("count", count).Raw("showers", list + "]").Text().c_str());
@@ -32,8 +37,11 @@ int RunMeteors(const Args &args) {
         std::printf("no meteor-shower file loaded\n");
         return 0;
     }
-    std::printf("%3s %-4s %-26s %-26s %8s %8s %8s %8s %6s %5s %8s %4s\n", "no", "code", "name", "name2", "value1",
-                "value2", "value3", "value4", "value5", "int", "value6", "opt");
+    // Solar longitude of the maximum (J2000.0), radiant at the maximum,
+    // geocentric velocity, population index, zenithal hourly rate, length
+    // of the activity period and the IAU Meteor Data Center number.
+    std::printf("%3s %-4s %-26s %-26s %8s %8s %8s %8s %6s %5s %8s %4s\n", "no", "code", "name", "Japanese name",
+                "λ☉ max°", "RA°", "Dec°", "V km/s", "r", "ZHR", "days", "IAU");
     for (int i = 0; i < count; ++i) {
         const MeteorInfo *m = GetMeteorInfo(i);
         if (!m) break;

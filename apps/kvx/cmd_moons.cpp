@@ -77,6 +77,20 @@ std::string ConfigurationStrip(const std::vector<double> &east, const std::vecto
     return "E " + line + " W";
 }
 
+// The configuration strip of the satellites numbered up to maxIndex.
+std::string StripOf(const std::vector<MoonRow> &rows, int maxIndex) {
+    std::vector<double> east;
+    std::vector<int> index;
+    std::vector<bool> hidden;
+    for (const auto &r : rows)
+        if (r.index <= maxIndex) {
+            east.push_back(r.east);
+            index.push_back(r.index);
+            hidden.push_back(r.hidden);
+        }
+    return ConfigurationStrip(east, index, hidden);
+}
+
 int RunMoons(const Args &args) {
     args.ExpectPositional(1, 1);
     const std::string want = Lower(args.Positional()[0]);
@@ -88,15 +102,7 @@ int RunMoons(const Args &args) {
     ATime t = TimeFromArgs(args, &place);
     BodyPos planet;
     const std::vector<MoonRow> rows = Moons(t, code, &planet);
-    std::vector<double> east;
-    std::vector<int> index;
-    std::vector<bool> hidden;
-    for (const auto &r : rows) {
-        east.push_back(r.east);
-        index.push_back(r.index);
-        hidden.push_back(r.hidden);
-    }
-    const std::string strip = ConfigurationStrip(east, index, hidden);
+    const std::string strip = StripOf(rows, 1 << 30);
     if (auto file = args.Option("svg")) {
         // The planet's disc and its satellites at their offsets, arcseconds.
         const double radius = planet.f[34] / 2.0;
@@ -127,13 +133,14 @@ int RunMoons(const Args &args) {
                 .Num("separation_arcsec", r.separation)
                 .Num("pa_deg", r.pa)
                 .Num("magnitude", r.magnitude);
-            if (code == 3) j.Raw("hidden", r.hidden ? "true" : "false");
+            if (code == 3) j.Bool("hidden", r.hidden);
             list += (k ? ", " : "") + j.Text();
         }
         std::printf("%s\n", Json()
                                 .Str("planet", kPlanetNames[code])
                                 .Num("jd", t.jd)
                                 .Num("jde", t.jde)
+                                .When(place, t.jd)
                                 .Num("planet_diameter_arcsec", planet.f[34])
                                 .Str("strip", strip)
                                 .Raw("moons", list + "]")
@@ -141,8 +148,9 @@ int RunMoons(const Args &args) {
                                 .c_str());
         return 0;
     }
-    std::printf("Satellites of %s  JD %.6f (UT)  diameter %.2f\"  (offsets on the apparent equator of date)\n",
-                kPlanetNames[code], t.jd, planet.f[34]);
+    PrintHeader(place, t.jd);
+    std::printf("Satellites of %s  diameter %.2f″  (offsets on the apparent equator of date)\n", kPlanetNames[code],
+                planet.f[34]);
     std::printf("  %-10s %9s %9s %9s %7s %6s\n", "", "east \"", "north \"", "sep \"", "PA", "mag");
     for (const auto &r : rows)
         std::printf("  %d %-8s %+9.2f %+9.2f %9.2f %7.2f %6.1f%s\n", r.index, r.name.c_str(), r.east, r.north,
@@ -152,40 +160,25 @@ int RunMoons(const Args &args) {
 }
 
 void GalileansAlmanacText(const AlmanacContext &c) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos planet;
-    const std::vector<MoonRow> rows = Moons(t, 3, &planet);
-    std::vector<double> east;
-    std::vector<int> index;
-    std::vector<bool> hidden;
-    for (const auto &r : rows)
-        if (r.index <= 4) {
-            east.push_back(r.east);
-            index.push_back(r.index);
-            hidden.push_back(r.hidden);
-        }
     std::printf("Jupiter's satellites (1 Io, 2 Europa, 3 Ganymede, 4 Callisto)\n  %s\n",
-                ConfigurationStrip(east, index, hidden).c_str());
+                StripOf(Moons(t, 3, &planet), 4).c_str());
 }
 
 void GalileansAlmanacJson(const AlmanacContext &c, Json &out) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos planet;
-    std::string list = "[";
-    bool first = true;
-    for (const auto &r : Moons(t, 3, &planet)) {
-        if (r.index > 4) continue;
-        list += (first ? "" : ", ") + Json()
-                                          .Str("name", r.name)
-                                          .Num("east_arcsec", r.east)
-                                          .Num("north_arcsec", r.north)
-                                          .Raw("hidden", r.hidden ? "true" : "false")
-                                          .Text();
-        first = false;
-    }
-    out.Raw("galilean_satellites", list + "]");
+    std::vector<std::string> list;
+    for (const auto &r : Moons(t, 3, &planet))
+        if (r.index <= 4)
+            list.push_back(Json()
+                               .Str("name", r.name)
+                               .Num("east_arcsec", r.east)
+                               .Num("north_arcsec", r.north)
+                               .Bool("hidden", r.hidden)
+                               .Text());
+    out.Raw("galilean_satellites", JsonArray(list));
 }
 
 }  // namespace kvx::cli

@@ -23,8 +23,8 @@ int PlanetCode(const std::string &name) {
 int RunOrbit(const Args &args) {
     args.ExpectPositional(1, 1);
     const int code = PlanetCode(args.Positional()[0]);
-    const double tz = args.Number("tz", 0.0);
-    const ADate date = DateOption(args, tz);
+    Place place = PlaceFrom(args);
+    const ADate date = DateOption(args, &place);
     const double jde = UtToDt(GetJd(&date));
     const double points = args.Number("points", 73.0);
     if (!(points >= 2.0 && points <= 100000.0)) throw UsageError{"--points must be 2..100000"};

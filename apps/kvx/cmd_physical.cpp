@@ -50,7 +50,7 @@ int RunPhysical(const Args &args) {
             .Num("poleRaJ2000", f[KVX_BP_POLE_RA - 1])
             .Num("poleDecJ2000", f[KVX_BP_POLE_DEC - 1])
             .Num("magnitude", mag)
-            .Str("magnitudeModel", model);
+            .Str("magnitude_model", model);
         if (code == 3) j.Num("cmSystemI", jup.cm1).Num("cmSystemII", jup.cm2).Num("cmSystemIII", jup.cm3);
         if (code == 4)
             j.Num("ringEarthLat", sat.earthLat)

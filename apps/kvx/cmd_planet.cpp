@@ -25,6 +25,7 @@ int RunPlanet(const Args &args) {
     }
     Place place;
     ATime t = TimeFromArgs(args, &place);
+    const Refraction refraction = RefractionFrom(args);
     BodyPos sun;
     CalcSun(&t, &sun);
     std::vector<BodyLine> lines;
@@ -34,35 +35,32 @@ int RunPlanet(const Args &args) {
         lines.push_back(l);
     }
     if (args.Flag("json")) {
-        std::string list = "[";
-        for (size_t k = 0; k < lines.size(); ++k) list += (k ? ", " : "") + BodyLineJson(t, lines[k]);
-        std::printf("%s\n", Json().Num("jd", t.jd).Num("jde", t.jde).Raw("bodies", list + "]").Text().c_str());
+        std::vector<std::string> list;
+        for (const auto &l : lines) list.push_back(BodyLineJson(t, l, refraction));
+        std::printf("%s\n",
+                    Json().Num("jd", t.jd).Num("jde", t.jde).When(place, t.jd).Raw("bodies", JsonArray(list)).Text().c_str());
     } else {
-        std::printf("Planets  JD %.6f (UT)  JDE %.6f\n", t.jd, t.jde);
-        for (const auto &l : lines) PrintBodyLine(t, l);
+        PrintHeader(place, t.jd);
+        std::printf("Planets  JDE %.6f  (apparent topocentric place of date; altitude %s)\n", t.jde,
+                    refraction.on ? "refracted" : "geometric");
+        for (const auto &l : lines) PrintBodyLine(t, l, refraction);
     }
     return 0;
 }
 
 void PlanetsAlmanacText(const AlmanacContext &c) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos sun;
-    std::printf("Sun and planets (apparent place of date, geometric altitude)\n");
+    std::printf("Sun and planets (apparent topocentric place of date, geometric altitude)\n");
     for (const auto &l : SunAndPlanets(t, &sun)) PrintBodyLine(t, l);
 }
 
 void PlanetsAlmanacJson(const AlmanacContext &c, Json &out) {
-    ATime t;
-    SetATimeJd(c.jd, c.place.tz, &c.place.observer, &t);
+    ATime t = AlmanacTime(c);
     BodyPos sun;
-    std::string list = "[";
-    bool first = true;
-    for (const auto &l : SunAndPlanets(t, &sun)) {
-        list += (first ? "" : ", ") + BodyLineJson(t, l);
-        first = false;
-    }
-    out.Raw("bodies", list + "]");
+    std::vector<std::string> list;
+    for (const auto &l : SunAndPlanets(t, &sun)) list.push_back(BodyLineJson(t, l));
+    out.Raw("bodies", JsonArray(list));
 }
 
 }  // namespace kvx::cli

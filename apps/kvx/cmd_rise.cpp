@@ -148,14 +148,14 @@ std::string EventJson(const Event &ev, int kind, double tz) {
 std::vector<ADate> DaysFromArgs(const Args &args, const Place &place) {
     double first, count;
     if (auto y = args.Option("year")) {
-        const double year = ParseNumber(*y, "--year");
-        if (year != std::floor(year) || std::fabs(year) > 9999) throw UsageError{"--year must be a whole year"};
+        const int year = ParseYear(*y);
         const ADate jan1{static_cast<int>(year), 1, 1, 0, 0, 0.0, place.tz};
         first = MidnightUt(jan1);
         count = CalcJd(year + 1, 1, 1) - CalcJd(year, 1, 1);
     } else {
-        const ADate d = DateOption(args, place.tz);
-        const ADate day{d.year, d.month, d.day, 0, 0, 0.0, place.tz};
+        Place at = place;
+        const ADate d = DateOption(args, &at);
+        const ADate day{d.year, d.month, d.day, 0, 0, 0.0, at.tz};
         first = MidnightUt(day);
         count = args.Number("days", 1.0);
         if (count != std::floor(count) || count < 1 || count > kMaxDays)
@@ -242,6 +242,9 @@ std::string TimeJson(const Event &e, double tz) { return e.found ? JsonString(Lo
 // 24 under the midnight Sun and 0 in the polar night.
 double DayLengthHours(const Twilight &w, const ADate &day, const Place &place) {
     if (w.rise.found && w.set.found && w.set.jd > w.rise.jd) return (w.set.jd - w.rise.jd) * 24.0;
+    // The Sun sets before it rises in this local day (a zone far from the
+    // place's meridian): daylight at both ends of the day.
+    if (w.rise.found && w.set.found) return (w.set.jd - w.rise.jd + 1.0) * 24.0;
     if (w.rise.found || w.set.found) {
         const double mid = MidnightUt(day);
         return ((w.set.found ? w.set.jd : mid + 1.0) - (w.rise.found ? w.rise.jd : mid)) * 24.0;

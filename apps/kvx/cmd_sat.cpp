@@ -208,12 +208,6 @@ std::string ModelNote(const Satellite &s) {
     return buf;
 }
 
-std::string JsonArray(const std::vector<std::string> &items) {
-    std::string s = "[";
-    for (size_t i = 0; i < items.size(); ++i) s += (i ? ", " : "") + items[i];
-    return s + "]";
-}
-
 int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool json) {
     const Lla lla{place.observer.latitude, place.observer.longitude, place.observer.height};
     std::vector<std::string> items;
@@ -266,8 +260,8 @@ int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool 
 int RunSat(const Args &args) {
     args.ExpectPositional(1, 1);
     const std::string file = args.Positional()[0];
-    const Place place = PlaceFrom(args);
-    const ADate date = DateOption(args, place.tz);
+    Place place = PlaceFrom(args);
+    const ADate date = DateOption(args, &place);
     const double jd = GetJd(&date);
     const double days = args.Number("days", 1.0);
     if (!(days > 0.0 && days <= 60.0)) throw UsageError{"--days must be between 0 and 60"};

@@ -30,8 +30,8 @@ void TimeAlmanacJson(const AlmanacContext &c, Json &out) {
 
 int RunTime(const Args &args) {
     args.ExpectPositional(1, 1);
-    const Place place = PlaceFrom(args);
-    const ADate date = ParseDate(args.Positional()[0], place.tz);
+    Place place = PlaceFrom(args);
+    const ADate date = ParseDate(args.Positional()[0], &place);
     const bool geocentre = args.Flag("geocentre");
     ATime a;
     SetATimeDate(&date, geocentre ? nullptr : &place.observer, &a);
@@ -39,12 +39,7 @@ int RunTime(const Args &args) {
 
     if (args.Flag("json")) {
         Json j;
-        j.Int("year", a.year)
-            .Int("month", a.month)
-            .Int("day", a.day)
-            .Int("hour", a.hour)
-            .Int("minute", a.minute)
-            .Num("second", a.second)
+        j.DateFields(local)
             .Num("tz", a.tz)
             .Num("obsLatitude", a.obsLatitude)
             .Num("obsLongitude", a.obsLongitude)
@@ -68,6 +63,7 @@ int RunTime(const Args &args) {
         std::printf("%s\n", j.Text().c_str());
         return 0;
     }
+    PrintHeader(place, a.jd);
     std::printf("local      %s %s\n", FormatDate(local).c_str(), FormatZone(a.tz).c_str());
     if (geocentre)
         std::printf("observer   geocentre (height %.0f m)\n", a.obsHeight);

@@ -43,6 +43,8 @@ struct AlmanacContext {
     ADate date;
     double jd;
 };
+// The ATime of the almanac's instant and place.
+ATime AlmanacTime(const AlmanacContext &c);
 // Almanac sections: the text form prints its lines, the JSON form adds its
 // fields to the almanac's object.
 void TimeAlmanacText(const AlmanacContext &c);

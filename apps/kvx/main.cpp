@@ -18,9 +18,10 @@ struct Command {
     const char *usage;               // shown after "kvx "
     std::vector<std::string> flags;  // options that take no value
     int (*run)(const Args &args);
+    const char *help = nullptr;      // what it prints, for `kvx NAME --help`
 };
 
-#define KVX_PLACE "[--lat D --lon D --height M --tz H]"
+#define KVX_PLACE "[--lat D --lon D --height M --tz H|±hh:mm]"
 
 // Every subcommand, in the order of the help listing; the first is the
 // default when no subcommand is named.
@@ -64,6 +65,27 @@ const Command kCommands[] = {
 // The help text is also the source of the manual page (cmake/kvx-man.cmake):
 // a first line "kvx: summary", then sections, each a heading line ending in
 // ':' followed by indented lines.
+// The sections every command's help shares: units, environment, exit status.
+void PrintCommonHelp(FILE *out) {
+    std::fprintf(out,
+                 "options:\n"
+                 "  --date YYYY-MM-DD[Thh:mm[:ss]][Z|±hh:mm]  local civil time (default now); years %d..%d\n"
+                 "  --lat D, --lon D   observer's geodetic latitude (-90..90, north +) and longitude\n"
+                 "                     (-180..180, east +) in degrees; default Tokyo 35.6895, 139.6917\n"
+                 "  --height M         height above the ellipsoid in metres (-1000..100000; default 40)\n"
+                 "  --tz H|±hh:mm      zone in hours east of Greenwich (-14..14); default KVX_TZ, else\n"
+                 "                     the system's zone (TZ, /etc/localtime) with its daylight saving\n"
+                 "  --refraction [--pressure HPA --temperature C]  refracted altitudes (standard\n"
+                 "                     atmosphere 1010 hPa, 10 °C); altitudes are geometric without it\n"
+                 "  --json             one JSON object: units in key names, null for no value\n"
+                 "  --verbose          also show the library's start-up lines about its data files\n"
+                 "environment:\n"
+                 "  KVX_LAT, KVX_LON, KVX_HEIGHT, KVX_TZ: the default place and zone; options win.\n"
+                 "exit status:\n"
+                 "  0 on success, 2 for bad arguments (one line on stderr), 1 for other errors.\n",
+                 kMinYear, kMaxYear);
+}
+
 void PrintUsage(FILE *out) {
     std::fprintf(out, "kvx: the command-line almanac of kvxlib, positional astronomy\n");
     std::fprintf(out, "usage:\n");
@@ -73,11 +95,13 @@ void PrintUsage(FILE *out) {
                  "description:\n"
                  "  With no command, the almanac of the Sun, the Moon and the planets for a place\n"
                  "  (default Tokyo) and the current time. Every command prints text, or one JSON\n"
-                 "  object with --json. Dates are local civil time in the zone --tz (hours east\n"
-                 "  of Greenwich); angles are degrees; altitudes are geometric, and azimuths count\n"
-                 "  from the north through the east.\n"
+                 "  object with --json. Dates are local civil time in the zone of --tz, else\n"
+                 "  KVX_TZ, else the system's zone; every result starts with the local time and\n"
+                 "  zone used. Angles print as 12°34′56.7″ (right ascension in hours); altitudes\n"
+                 "  are geometric unless --refraction, and azimuths count from the north through\n"
+                 "  the east. 'kvx COMMAND --help' describes one command.\n"
                  "environment:\n"
-                 "  KVX_LAT, KVX_LON, KVX_HEIGHT, KVX_TZ: the default place; options win over them.\n"
+                 "  KVX_LAT, KVX_LON, KVX_HEIGHT, KVX_TZ: the default place and zone; options win.\n"
                  "files:\n"
 #ifdef _WIN32
                  "  The library's data files come from the registry values under\n"
@@ -98,10 +122,32 @@ const Command *Find(const std::string &name) {
     return nullptr;
 }
 
+// Help of one command: its usage line, what it prints, the shared options.
+void PrintCommandHelp(const Command &c) {
+    std::printf("usage: kvx %s\n", c.usage);
+    if (c.help) std::printf("%s\n", c.help);
+    PrintCommonHelp(stdout);
+}
+
+bool Take(std::vector<std::string> &words, const char *word) {
+    bool found = false;
+    for (auto it = words.begin(); it != words.end();)
+        if (*it == word) {
+            it = words.erase(it);
+            found = true;
+        } else {
+            ++it;
+        }
+    return found;
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
+    CollectStartupDiagnostics();
     std::vector<std::string> words(argv + 1, argv + argc);
+    if (Take(words, "--verbose"))
+        for (const auto &line : StartupDiagnostics()) std::fprintf(stderr, "kvxlib: %s\n", line.c_str());
     if (!words.empty() && (words[0] == "--help" || words[0] == "-h" || words[0] == "help")) {
         PrintUsage(stdout);
         return 0;
@@ -120,8 +166,18 @@ int main(int argc, char **argv) {
         }
         words.erase(words.begin());
     }
+    if (Take(words, "--help") || Take(words, "-h")) {
+        PrintCommandHelp(*command);
+        return 0;
+    }
+    if (Take(words, "--version")) {
+        std::printf("kvx %s\n", KVX_VERSION_STRING);
+        return 0;
+    }
     try {
-        const Args args(words, command->flags);
+        std::vector<std::string> flags = command->flags;
+        flags.push_back("refraction");  // every command that shows altitudes takes it
+        const Args args(words, flags);
         return command->run(args);
     } catch (const UsageError &e) {
         std::fprintf(stderr, "kvx: %s\n", e.message.c_str());

@@ -29,13 +29,50 @@ TEST(KvxBodiesCli, MoonIsTheLibrarysMoon) {
     BodyPos sun{}, moon{};
     CalcSun(&t, &sun);
     CalcMoon(&t, &moon, &sun);
-    EXPECT_NEAR(j["ra"].num(), moon.f[2], 1e-9);
-    EXPECT_NEAR(j["dec"].num(), moon.f[3], 1e-9);
-    EXPECT_NEAR(j["distance"].num(), moon.f[6], 1e-6);
-    EXPECT_NEAR(j["altitude"].num(), moon.f[15], 1e-9);
-    EXPECT_NEAR(j["illuminated"].num(), moon.f[17], 1e-9);
-    EXPECT_NEAR(j["librationLongitude"].num(), moon.f[19], 1e-9);
-    EXPECT_NEAR(j["age"].num(), GetMoonAge(t.jde, &sun, &moon), 1e-9);
+    EXPECT_NEAR(j["ra_deg"].num(), moon.f[2], 1e-9);
+    EXPECT_NEAR(j["dec_deg"].num(), moon.f[3], 1e-9);
+    EXPECT_NEAR(j["distance_km"].num(), moon.f[6], 1e-6);
+    EXPECT_NEAR(j["distance_au"].num() * 149597870.0, moon.f[6], 1e-6);
+    EXPECT_NEAR(j["illuminated_fraction"].num(), moon.f[17], 1e-9);
+    EXPECT_NEAR(j["libration_longitude_deg"].num(), moon.f[19], 1e-9);
+    EXPECT_NEAR(j["age_days"].num(), GetMoonAge(t.jde, &sun, &moon), 1e-9);
+    EXPECT_GE(j["bright_limb_deg"].num(), 0.0);
+    EXPECT_LT(j["bright_limb_deg"].num(), 360.0);
+    EXPECT_EQ(j["refracted"].kind(), Json::Kind::kBool);
+    EXPECT_FALSE(j["refracted"].boolean());
+}
+
+// The horizon is that of the printed apparent topocentric place: the
+// library's own rotation of that place (true equator of date to the
+// apparent horizon, azimuth from the south) agrees to 0.05", the round
+// trip of its aberration iteration; the mean place of date was 5-72" off.
+// Refraction at 10 degrees: 5.3' in the standard atmosphere (Bennett's
+// and Saemundsson's formulas agree there within 0.15'), proportional to
+// pressure.
+TEST(KvxBodiesCli, HorizonOfThePrintedPlace) {
+    const std::string at = " --date 2024-01-15T20:00 --tz 9 --lat 35 --lon 135 --height 10 --json";
+    for (const char *body : {"moon", "sun", "planet mars"}) {
+        const Json doc = JsonOf(std::string(body) + at);
+        const Json &j = doc.Has("bodies") ? doc["bodies"][0] : doc;
+        const ADate date{2024, 1, 15, 20, 0, 0.0, 9.0};
+        const Observer obs{35.0, 135.0, 10.0};
+        ATime t;
+        SetATimeDate(&date, &obs, &t);
+        const Ad apparent{j["ra_deg"].num(), j["dec_deg"].num()};
+        Ad h{};
+        Coordinates(&t, KVX_COORD_APPARENT, &apparent, KVX_COORD_HORIZONTAL_APP, &h);
+        EXPECT_NEAR(j["altitude_deg"].num(), h.d, 0.05 / 3600) << body;
+        EXPECT_NEAR(std::remainder(j["azimuth_deg"].num() - h.a - 180.0, 360.0), 0.0, 0.05 / 3600) << body;
+    }
+    // The Sun at about 10 degrees true altitude: Tokyo, 2024-06-01 05:25 +09:00.
+    const std::string sunAt = "sun --date 2024-06-01T05:25 --tz 9 --lat 35.6895 --lon 139.6917 --json";
+    const double geometric = JsonOf(sunAt)["altitude_deg"].num();
+    ASSERT_NEAR(geometric, 10.0, 1.5);
+    const Json standard = JsonOf(sunAt + " --refraction");
+    EXPECT_TRUE(standard["refracted"].boolean());
+    EXPECT_NEAR((standard["altitude_deg"].num() - geometric) * 60.0, 1.02 / std::tan((geometric + 10.3 / (geometric + 5.11)) * M_PI / 180), 0.15);
+    const double half = JsonOf(sunAt + " --refraction --pressure 505 --temperature 10")["altitude_deg"].num() - geometric;
+    EXPECT_NEAR(half, (standard["altitude_deg"].num() - geometric) / 2, 1e-9);
 }
 
 // Phases in local time to the minute (rounded), and a year as JSON.
@@ -46,6 +83,9 @@ TEST(KvxBodiesCli, PhasesOfAMonthAndAYear) {
     MoonPhase p[6];
     const int n = GetMoonPhases(&jan, p, 6);
     std::istringstream in(r.out);
+    std::string header;
+    std::getline(in, header);
+    EXPECT_EQ(header.rfind("Moon phases 2024-1, local time (--tz); accuracy: Delta T uncertain by about 3 s", 0), 0u);
     const char *names[4] = {"new Moon", "first quarter", "full Moon", "last quarter"};
     for (int i = 0; i < n; ++i) {
         std::string line;
@@ -66,20 +106,44 @@ TEST(KvxBodiesCli, PhasesOfAMonthAndAYear) {
     EXPECT_EQ(JsonOf("phases 2024 --tz 0 --json")["phases"].size(), static_cast<std::size_t>(expected));
 }
 
+// Far years, where the library's daily sampling misses phases: every
+// quarter listed, in order, 6.0 to 8.6 days apart (the range of the true
+// quarter intervals, Meeus, Astronomical Algorithms, ch. 49: 5.9-8.7 d
+// with margin), 49 or 50 in a year (365.25 / 7.38 d), and an accuracy
+// statement that names the uncertainty of Delta T.
+TEST(KvxBodiesCli, PhasesOfFarYearsAreComplete) {
+    for (const char *year : {"-4000", "5000", "8000"}) {
+        const KvxResult text = kvx::test::RunKvx(std::string("phases ") + year + " --tz 0");
+        EXPECT_TRUE(text.Has("accuracy: Delta T uncertain by about ")) << text.out;
+        const Json j = JsonOf(std::string("phases ") + year + " --tz 0 --json");
+        const Json &p = j["phases"];
+        EXPECT_TRUE(p.size() == 49u || p.size() == 50u) << year << ": " << p.size();
+        for (std::size_t i = 1; i < p.size(); ++i) {
+            EXPECT_EQ(static_cast<int>(p[i]["phase"].num()), (static_cast<int>(p[i - 1]["phase"].num()) + 1) % 4) << year;
+            const double gap = p[i]["jd"].num() - p[i - 1]["jd"].num();
+            EXPECT_TRUE(gap > 5.9 && gap < 8.7) << year << " #" << i << ": " << gap;
+        }
+    }
+}
+
 TEST(KvxBodiesCli, SunPlanetsAndOrbit) {
     // March equinox 2024: 03:06 UT on March 20.
     const Json sun = JsonOf("sun --date 2024-03-20T03:06 --tz 0 --json --lat 0 --lon 0 --height 0");
-    EXPECT_LT(std::fabs(sun["dec"].num()), 0.002);
-    EXPECT_LT(std::fabs(std::remainder(sun["ra"].num(), 360.0)), 0.005);
-    EXPECT_NEAR(sun["distance"].num(), 0.9959, 0.0002);
+    EXPECT_LT(std::fabs(sun["dec_deg"].num()), 0.002);
+    EXPECT_LT(std::fabs(std::remainder(sun["ra_deg"].num(), 360.0)), 0.005);
+    EXPECT_NEAR(sun["distance_au"].num(), 0.9959, 0.0002);
+    EXPECT_EQ(sun["source"].str(), "built-in theory (Newcomb)");
     const Json all = JsonOf("planet all --date 2024-01-01 --json");
     ASSERT_EQ(all["bodies"].size(), 12u);
+    for (std::size_t i = 0; i < 12; ++i)  // the same keys, the same units, for every body
+        for (const char *key : {"ra_deg", "dec_deg", "altitude_deg", "azimuth_deg", "distance_au", "distance_km"})
+            EXPECT_TRUE(all["bodies"][i].Has(key)) << i << " " << key;
     EXPECT_EQ(all["bodies"][0]["name"].str(), "Mercury");
     EXPECT_EQ(all["bodies"][11]["name"].str(), "Haumea");
     // The listing says which magnitude it shows: Mallama & Hilton's up to
     // Neptune, the classic one beyond.
-    EXPECT_EQ(all["bodies"][3]["magnitudeModel"].str(), "Mallama-Hilton 2018");
-    EXPECT_EQ(all["bodies"][7]["magnitudeModel"].str(), "classic");
+    EXPECT_EQ(all["bodies"][3]["magnitude_model"].str(), "Mallama-Hilton 2018");
+    EXPECT_EQ(all["bodies"][7]["magnitude_model"].str(), "classic");
     const Json jup = JsonOf("physical jupiter --date 2024-01-01T00:00 --tz 0 --lat 0 --lon 0 --height 0 --json");
     const Observer o{0, 0, 0};
     ATime t;
@@ -127,8 +191,8 @@ TEST(KvxBodiesCli, MpcLineMatchesTheLibrary) {
     ASSERT_EQ(CalcComet(&el, &t, &sun, &c), 1);
     const Json &j = doc["comet"];
     EXPECT_EQ(j["name"].str(), "C/2023 A3 (Tsuchinshan-ATLAS)");
-    EXPECT_NEAR(j["ra"].num(), c.f[2], 1e-9);
-    EXPECT_NEAR(j["dec"].num(), c.f[3], 1e-9);
+    EXPECT_NEAR(j["ra_deg"].num(), c.f[2], 1e-9);
+    EXPECT_NEAR(j["dec_deg"].num(), c.f[3], 1e-9);
     EXPECT_NEAR(j["magnitude"].num(), c.f[35], 1e-9);
 }
 

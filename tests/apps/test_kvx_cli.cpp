@@ -8,6 +8,8 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <vector>
 
 #include "apps/kvx_runner.h"
 
@@ -16,16 +18,19 @@ namespace {
 using kvx::test::KvxResult;
 using kvx::test::RunKvx;
 
-KvxResult Ok(const std::string &args) {
-    KvxResult r = RunKvx(args);
+// A healthy run: exit status 0 and nothing at all on stderr (the
+// library's start-up lines about missing files are kept off it).
+KvxResult Ok(const std::string &args, const std::string &env = "") {
+    KvxResult r = RunKvx(args, env);
     EXPECT_EQ(r.status, 0) << args << ": " << r.err;
+    EXPECT_EQ(r.err, "") << args;
     return r;
 }
 
 TEST(KvxCli, DatesBothWays) {
     EXPECT_EQ(Ok("jd 2000-01-01T21:00 --tz 9 --json").json()["jd"].num(), 2451545.0);
-    EXPECT_TRUE(Ok("jd -0044-03-15T12:00").Has("-0044-03-15T12:00:00.000 +00:00  JD 1705061.0"));
-    const KvxResult r = Ok("date 2299160.5");
+    EXPECT_TRUE(Ok("jd -0044-03-15T12:00 --tz 0").Has("-0044-03-15T12:00:00.000 +00:00 (--tz)  JD 1705061.0"));
+    const KvxResult r = Ok("date 2299160.5 --tz 0");
     EXPECT_TRUE(r.Has("1582-10-15T00:00:00.000")) << r.out;
     EXPECT_TRUE(r.Has("Friday")) << r.out;
     const auto d = Ok("date 2451545 --tz 9 --json").json();
@@ -37,12 +42,13 @@ TEST(KvxCli, DatesBothWays) {
 // time and obliquity, the whole record with matrices for kvx time.
 TEST(KvxCli, AlmanacAndTimeRecord) {
     const auto a = Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9 --json").json();
-    EXPECT_EQ(a["place"]["latitude"].num(), 35.6895);
+    EXPECT_EQ(a["place"]["latitude_deg"].num(), 35.6895);
+    EXPECT_EQ(a["local"].str(), "2024-06-01T21:30:00+09:00");
     EXPECT_EQ(a["weekday"].str(), "Saturday");
     EXPECT_NEAR(a["lst"].num(), 217.67, 0.01);
     EXPECT_NEAR(a["eps"].num(), 23.436, 0.001);
     EXPECT_GT(a["bodies"].size(), 2u);
-    EXPECT_GT(a["moon"]["age"].num(), 22.0);
+    EXPECT_GT(a["moon"]["age_days"].num(), 22.0);
     EXPECT_TRUE(Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9").Has("  LAST      14h30m"));
     const auto t = Ok("time 2000-01-01T21:00 --tz 9 --geocentre --json").json();
     EXPECT_EQ(t["jd"].num(), 2451545.0);
@@ -64,14 +70,21 @@ TEST(KvxCli, ConvertByNumberOrName) {
                              "convert --from j2000 --to galactic 266.40499 -28.93617 --date 2024-01-01 --json"}) {
         const auto j = Ok(args).json();
         EXPECT_EQ(j["to"].num(), 10.0);
-        EXPECT_NEAR(std::remainder(j["out"][0].num(), 360.0), 0.0, 2e-4);  // the galactic centre
-        EXPECT_NEAR(j["out"][1].num(), 0.0, 2e-4);
+        EXPECT_NEAR(std::remainder(j["out_deg"][0].num(), 360.0), 0.0, 2e-4);  // the galactic centre
+        EXPECT_NEAR(j["out_deg"][1].num(), 0.0, 2e-4);
     }
-    // The pole of date at the observer's latitude, due north; through the
-    // J2000.0 hub it picks up the frame bias once (6.4e-6 degree).
+    // The pole of date at the observer's latitude, due north (azimuth 0,
+    // counted from the north through the east); through the J2000.0 hub it
+    // picks up the frame bias once (6.4e-6 degree).
     const auto pole = Ok("convert --from 5 --to 1 0 90 --date 2024-06-01T22:00 --lat 51.5 --lon -0.1 --tz 1 --json").json();
-    EXPECT_NEAR(pole["out"][0].num(), 180.0, 1e-5);
-    EXPECT_NEAR(pole["out"][1].num(), 51.5, 6.5e-6);
+    EXPECT_NEAR(std::remainder(pole["out_deg"][0].num(), 360.0), 0.0, 1e-5);
+    EXPECT_NEAR(pole["out_deg"][1].num(), 51.5, 6.5e-6);
+    EXPECT_TRUE(pole["azimuth_from_north"].boolean());
+    // Due east on the horizon goes back to azimuth 90 from the north.
+    const auto east = Ok("convert --from 1 --to 3 90 0 --date 2024-06-01T22:00 --tz 1 --json").json();
+    const auto back = Ok("convert --from 3 --to 1 " + std::to_string(east["out_deg"][0].num()) + " " +
+                         std::to_string(east["out_deg"][1].num()) + " --date 2024-06-01T22:00 --tz 1 --json").json();
+    EXPECT_NEAR(back["out_deg"][0].num(), 90.0, 1e-4);  // the printed 6 decimals of the J2000.0 place
     const KvxResult text = Ok("convert --from 3 --to 7 90 23.4392794444 --date 2000-01-01T12:00 --tz 0");
     EXPECT_TRUE(text.Has("06h00m00.00s")) << text.out;
     EXPECT_TRUE(text.Has(" 90.000000  +0.000000")) << text.out;
@@ -131,13 +144,80 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --ages 5,x",
              "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --tail --wind -5",
              "comet --T 2459034.18 --q 0.29 --e 0.999 --peri 37 --node 61 --incl 129 --svg t.svg",
-             "moons saturn --svg /nonexistent-dir/view.svg"}) {
+             "moons saturn --svg /nonexistent-dir/view.svg",
+             "--lon 400", "--height -100000", "sun --tz 15",
+             "jd 99999-01-01", "jd -99999-01-01", "jd 99999999999-01-01", "jd -2147483648-01-01", "phases 99999",
+             "terms -99999", "date -5", "date 1e9", "jd 2024-01-01T12:00+25:00", "jd 2024-01-01T24:00",
+             "sun --pressure 900", "sun --refraction --pressure -5", "moon --tz +9:0"}) {
         const KvxResult r = RunKvx(bad);
         EXPECT_EQ(r.status, 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;
         EXPECT_EQ(r.err.rfind("kvx: ", 0), 0u) << bad << ": " << r.err;
         EXPECT_TRUE(r.ErrLines() == 1 || r.ErrLines() == 2) << bad << ": " << r.err;
     }
+}
+
+// A bad value names where it came from; the environment too.
+TEST(KvxCli, BadValuesNameTheirSource) {
+    for (const auto &[env, args, source] : std::vector<std::tuple<std::string, std::string, std::string>>{
+             {"KVX_LAT=200", "sun", "kvx: KVX_LAT must lie within -90..90"},
+             {"KVX_LAT=200", "sun --lat 10 --lon 500", "kvx: --lon must lie within -180..180"},
+             {"KVX_TZ=x", "jd 2024-01-01", "kvx: KVX_TZ: not a number"},
+             {"", "jd 99999-01-01", "kvx: year of '99999-01-01' outside the supported years -4712..9999"}}) {
+        const KvxResult r = RunKvx(args, env);
+        EXPECT_EQ(r.status, 2) << args;
+        EXPECT_EQ(r.err.rfind(source, 0), 0u) << env << " " << args << ": " << r.err;
+    }
+}
+
+// Every command has --help (usage, units, environment, exit status), and
+// --version answers anywhere.
+TEST(KvxCli, HelpAndVersionEverywhere) {
+    for (const char *name : {"almanac", "jd", "date", "time", "convert", "const", "sun", "planet", "comet", "moon",
+                             "phases", "rise", "twilight", "moons", "jupiter", "orbit", "data", "meteors", "calendar",
+                             "holidays", "terms", "sat"}) {
+        const KvxResult r = Ok(std::string(name) + " --help");
+        EXPECT_EQ(r.out.rfind(std::string("usage: kvx "), 0), 0u) << name;
+        for (const char *part : {"KVX_TZ", "exit status:", "degrees", "metres"}) EXPECT_TRUE(r.Has(part)) << name;
+    }
+    for (const char *args : {"--version", "planet --version"}) EXPECT_EQ(Ok(args).out.rfind("kvx 6.", 0), 0u) << args;
+}
+
+// One zone rule: --tz, else KVX_TZ, else the system's zone with its
+// daylight saving; a date's own zone wins; every result says which.
+TEST(KvxCli, OneTimeZoneRule) {
+    const double utcMidnight = 2460310.5;  // 2024-01-01T00:00Z
+    EXPECT_EQ(Ok("jd 2024-01-01T09:00+09:00 --json").json()["jd"].num(), utcMidnight);
+    EXPECT_EQ(Ok("jd 2024-01-01T00:00Z --tz 5 --json").json()["jd"].num(), utcMidnight);
+    EXPECT_EQ(Ok("jd 2024-01-01T05:30 --tz +05:30 --json").json()["jd"].num(), utcMidnight);
+    EXPECT_EQ(Ok("jd 2024-01-01T03:00 --json", "KVX_TZ=3").json()["jd"].num(), utcMidnight);
+    EXPECT_EQ(Ok("jd 2024-01-01T01:00 --tz 1 --json", "KVX_TZ=3").json()["jd"].num(), utcMidnight);
+    // The system's zone, winter and summer (tzdata): London and New York.
+    const auto london = Ok("jd 2024-07-01T01:00 --json", "TZ=Europe/London").json();
+    EXPECT_EQ(london["jd"].num(), utcMidnight + 182.0);
+    EXPECT_EQ(london["zone"].str(), "system (Europe/London)");
+    EXPECT_EQ(Ok("jd 2023-12-31T19:00 --json", "TZ=America/New_York").json()["jd"].num(), utcMidnight);
+    // Tokyo's day seen from a UTC system zone: sunset falls before sunrise
+    // in that day, daylight still 14h35m at the June solstice (±2 min).
+    EXPECT_TRUE(Ok("--date 2025-06-21T12:00", "TZ=UTC").Has("day length 14h3")) << "day length";
+    // sun, moon and the almanac follow the same rule and print it first.
+    for (const char *cmd : {"sun", "moon", "planet mars", "", "moons jupiter", "convert --from 3 --to 1 0 0",
+                            "comet --T 2460580.2405 --q 0.39 --e 0.99 --peri 308 --node 21 --incl 139"}) {
+        const KvxResult r = Ok(std::string(cmd) + " --date 2024-07-01T01:00", "TZ=Europe/London");
+        EXPECT_EQ(r.out.rfind("2024-07-01T01:00:00+01:00 (system (Europe/London))  JD 2460492.500000 UT\n", 0), 0u)
+            << cmd << "\n" << r.out;
+    }
+}
+
+// The library's start-up lines (no JPL file, no moon.xyz in the build
+// tree) are captured: shown with --verbose and by kvx data, else nowhere.
+TEST(KvxCli, StartupLinesOnlyWhenAskedFor) {
+    const KvxResult verbose = RunKvx("jd 2024-01-01 --tz 0 --verbose");
+    EXPECT_EQ(verbose.status, 0);
+    EXPECT_NE(verbose.err.find("kvxlib: open "), std::string::npos) << verbose.err;
+    const KvxResult data = Ok("data");
+    EXPECT_TRUE(data.Has("Start-up messages of the library:\n  open ")) << data.out;
+    EXPECT_EQ(RunKvx("jd 2024-13-01").ErrLines(), 2);  // the error and the usage line only
 }
 
 }  // namespace
