@@ -125,7 +125,8 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "const 10 95", "const x 10", "const 1:99 10", "const 10 20 --epoch B1950", "const --list 10", "phases",
              "phases 2024 13", "phases year", "phases 2024.5", "phases 2024 1 2", "moon extra",
              "moon --date nonsense", "orbit", "orbit vulcan", "orbit mars --points 1", "planet", "planet vulcan",
-             "comet --line 'too short'", "comet --q 1"}) {
+             "comet --line 'too short'", "comet --q 1", "eclipses", "eclipses 2024.5", "eclipses 9999",
+             "events", "events 2024 --body sun", "events year"}) {
         const KvxResult r = RunKvx(bad);
         EXPECT_EQ(r.status, 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;
