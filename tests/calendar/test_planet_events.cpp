@@ -129,8 +129,10 @@ TEST(PlanetEvents, TheoriesAgainstSwissEphemeris2000To2030) {
         const double start = CalcJd(year, 1, 1);
         CompareSpan(start, start + 365.0, 5.0, bySource, cmp, &missing);
     }
-    // Pairs of slow planets whose conjunction the theories move by days.
-    EXPECT_LE(missing, 2);
+    // Saturn's perihelion (2003) and aphelion (2018) from mean elements fall
+    // about 20 days from those of its perturbed orbit: each is counted as
+    // missing and as found but not in the reference.
+    EXPECT_LE(missing, 4);
     cmp.Check();
 }
 

@@ -72,10 +72,12 @@ TEST(LunarEclipse, WithDe405AgainstSwissEphemeris) {
 TEST(LunarEclipse, TheoriesAgainstSwissEphemeris1900To2100) {
     const Reference ref("eclipses_swe.txt", kColumns);
     Comparison cmp({{"max_s", 110.0, "the lunar theory's truncation at full Moon"},
-                    {"contact_s", 170.0, "the lunar theory's truncation at full Moon"},
-                    {"umag", 0.006, "the theory's 11\" in latitude over the Moon's 0.5 degree"},
-                    {"pmag", 0.006, "the theory's 11\" in latitude over the Moon's 0.5 degree"},
-                    {"gamma", 0.003, "the theory's 11\" in latitude"}});
+                    {"contact_s", 130.0, "the lunar theory's truncation at full Moon"},
+                    {"umag", 0.009, "the theory's 11\" in latitude and 5\" of parallax (550 km) "
+                                    "over the Moon's 1860\" diameter"},
+                    {"pmag", 0.009, "the theory's 11\" in latitude and 5\" of parallax (550 km) "
+                                    "over the Moon's 1860\" diameter"},
+                    {"gamma", 0.0055, "the theory's 11\" in latitude and 550 km in distance"}});
     int borderline = 0;
     for (const auto &row : ref) {
         LunarEclipse e;
