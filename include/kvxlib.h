@@ -710,6 +710,64 @@ KVX_API int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max);
 /* end of: Moon phases and age */
 
 /* ======================================================================
+ * Lunar eclipses (src/solar/eclipse/lunar_eclipse.cpp)
+ * ====================================================================== */
+
+/* Eclipse types, the result of CalcLunarEclipse and LunarEclipse.type. */
+#define KVX_ECLIPSE_NONE 0
+#define KVX_ECLIPSE_PENUMBRAL 1  /* the Moon enters the penumbra only */
+#define KVX_ECLIPSE_PARTIAL 2    /* part of the Moon enters the umbra */
+#define KVX_ECLIPSE_TOTAL 3      /* the whole Moon enters the umbra */
+
+/* Circumstances of a lunar eclipse, geocentric (they hold for every
+ * observer who sees the Moon). Instants are universal-time Julian dates;
+ * a contact that does not occur is 0.0. Angles in degrees. The shadow is
+ * the Earth's, from the library's apparent places of the Sun and the Moon,
+ * with the Earth's radius enlarged by 1/85 for the atmosphere (Danjon 1951,
+ * the rule of the Connaissance des Temps; the older rule of the
+ * Astronomical Almanac enlarges the shadow by 1/50 and gives umbral
+ * magnitudes about 0.005 larger and penumbral ones about 0.026 larger).
+ * 128 bytes. */
+typedef struct LunarEclipse {
+    int32_t type;          /* KVX_ECLIPSE_* */
+    double jdFullMoon;     /* the full Moon examined (phase series, UT) */
+    double jdMax;          /* greatest eclipse: least distance of the Moon's
+                              centre from the shadow's; the full Moon when
+                              there is no eclipse */
+    double p1, u1, u2, u3, u4, p4; /* contacts: penumbra entered (P1),
+                              umbra entered (U1), totality begins (U2) and
+                              ends (U3), umbra left (U4), penumbra left (P4) */
+    double umbralMag;      /* fraction of the Moon's diameter inside the
+                              umbra at greatest eclipse (negative: missed by
+                              that fraction) */
+    double penumbralMag;   /* the same for the penumbra */
+    double gamma;          /* least distance of the Moon's centre from the
+                              shadow's axis, Earth equatorial radii, + when
+                              the Moon passes north of it */
+    double separation;     /* that distance as an angle from the Earth */
+    double penumbraRadius; /* shadow radii at the Moon's distance, and the */
+    double umbraRadius;    /* Moon's geocentric semi-diameter, all at */
+    double moonRadius;     /* greatest eclipse */
+} LunarEclipse;
+
+/* The eclipse at the full Moon nearest the universal-time Julian date jd
+ * (within half a lunation). Greatest eclipse and the contacts are found by
+ * searching the Moon's distance from the centre of the shadow (golden
+ * section, then regula falsi, each to 0.05 s and capped at 100 steps) on
+ * the library's current Sun and Moon sources. Returns the type (0 when the
+ * Moon misses the penumbra: out then holds the full Moon in jdFullMoon and
+ * jdMax, zeros elsewhere), or 0 with out untouched for a null out or a jd
+ * outside about JD 1356203..3547242 (the phase series' range). */
+KVX_API int32_t CalcLunarEclipse(double jd, LunarEclipse *out);
+/* The eclipses whose greatest phase falls in the civil year `year` (UT),
+ * in time order, at most max written (a year has two to five); returns the
+ * count. 0 for a null out, max < 1 or a year outside the phase series'
+ * range. */
+KVX_API int32_t GetLunarEclipses(int32_t year, LunarEclipse *out, int32_t max);
+
+/* end of: Lunar eclipses */
+
+/* ======================================================================
  * The planets and orbital elements (src/solar/planet/planet.cpp, src/solar/planet/orbit_elements.cpp)
  * ====================================================================== */
 
@@ -1370,6 +1428,78 @@ KVX_API const MeteorInfo *GetMeteorInfo(int32_t index);
 KVX_API int32_t IsValidMeteorFile(void);
 
 /* end of: Meteor showers */
+
+/* ======================================================================
+ * The almanac of planetary events (src/calendar/planet_events.cpp)
+ *
+ * Found on the library's own geocentric apparent places (CalcSun,
+ * CalcPlanet, CalcMoon at the Earth's centre, so from the JPL DE file when
+ * it covers the date, else the built-in theories): daily samples bracket
+ * each event, regula falsi (roots) or golden-section search (extrema)
+ * refines it to a second, every search capped. An extremum (elongation,
+ * station, perihelion, perigee) is flat: an error e in the quantity's rate
+ * moves its instant by e over the rate's change per day, so those instants
+ * follow the position source far less closely than conjunctions do.
+ * Definitions as in the Astronomical Almanac's phenomena and Meeus,
+ * Astronomical Algorithms ch. 36, 48-50. The year search evaluates about
+ * 3,000 places a year; no state is kept between calls.
+ * ====================================================================== */
+
+/* Event kinds (PlanetEvent.kind) and what `value` holds: */
+#define KVX_EVENT_CONJUNCTION 1           /* with the Sun in apparent ecliptic longitude (Mercury, Venus:
+                                             superior); value: distance from the Sun, degrees */
+#define KVX_EVENT_INFERIOR_CONJUNCTION 2  /* Mercury, Venus between the Earth and the Sun; the same value */
+#define KVX_EVENT_OPPOSITION 3            /* longitude 180 degrees from the Sun's; value: elongation */
+#define KVX_EVENT_ELONGATION_EAST 4       /* greatest elongation of Mercury or Venus, evening sky; */
+#define KVX_EVENT_ELONGATION_WEST 5       /*   morning sky; value: elongation, degrees */
+#define KVX_EVENT_STATION_RETROGRADE 6    /* apparent longitude stops increasing; value: the longitude */
+#define KVX_EVENT_STATION_DIRECT 7        /* apparent longitude stops decreasing; value: the longitude */
+#define KVX_EVENT_PERIHELION 8            /* least heliocentric distance; value: the distance, AU */
+#define KVX_EVENT_APHELION 9              /* greatest heliocentric distance; value: AU */
+#define KVX_EVENT_CONJUNCTION_RA 10       /* two planets at the same apparent right ascension; value:
+                                             declination of body minus that of other, degrees */
+#define KVX_EVENT_MOON_CONJUNCTION 11     /* the Moon (body) and a planet (other) at the same right
+                                             ascension; value: Moon's declination minus the planet's */
+#define KVX_EVENT_OCCULTATION 12          /* the Moon hides the planet somewhere on the Earth: least
+                                             geocentric distance below the Moon's horizontal parallax plus
+                                             both semi-diameters; instant of that least distance, value:
+                                             the distance, degrees */
+#define KVX_EVENT_PERIGEE 13              /* the Moon's least geocentric distance; value: km */
+#define KVX_EVENT_APOGEE 14               /* greatest; value: km */
+#define KVX_EVENT_ASCENDING_NODE 15       /* the Moon crosses the ecliptic northward; value: its longitude */
+#define KVX_EVENT_DESCENDING_NODE 16      /* southward; value: its longitude */
+#define KVX_EVENT_KIND_COUNT 17
+
+/* One event. Body codes as CalcPlanet's (0..7 Mercury..Pluto), -1 the
+ * Moon, -2 the Sun, -100 none. 32 bytes. */
+typedef struct PlanetEvent {
+    int32_t kind;     /* KVX_EVENT_* */
+    int32_t body;     /* the body the event belongs to */
+    int32_t other;    /* the second body (-2 for the Sun, -100 none) */
+    double jd;        /* universal-time Julian date */
+    double value;     /* see the kinds */
+    double magnitude; /* visual magnitude of the planet taking part (of
+                         `body` for two planets), 0.0 for the Moon alone */
+} PlanetEvent;
+
+/* The events of civil year `year` (UT) in which body (-1 the Moon, 0..7
+ * Mercury..Pluto) takes part: its own phenomena, its conjunctions in right
+ * ascension with the other planets and with the Moon, the Moon's
+ * occultations of it (for the Moon: perigees, apogees, nodes, and its
+ * conjunctions with and occultations of every planet), in time order; at
+ * most max are written and their number is returned. 0 for a null out,
+ * max < 1 or another body code. About 0.1 s for a year on the theories. */
+KVX_API int32_t GetPlanetEvents(int32_t year, int32_t body, PlanetEvent *out, int32_t max);
+/* Every body's events between the universal-time dates jdStart
+ * (included) and jdEnd (excluded), at most 400 days apart, of the kinds
+ * whose bits (1u << kind) are set in kinds (0: every kind), in time order.
+ * Returns the number of events found, which may exceed max: the first max
+ * (max >= 0) are written, so a call with max = 0 (out may then be null)
+ * sizes the buffer. 0 for a null out with max > 0, a span that is empty,
+ * not finite or longer than 400 days. */
+KVX_API int32_t GetPlanetEvents2(double jdStart, double jdEnd, uint32_t kinds, PlanetEvent *out, int32_t max);
+
+/* end of: The almanac of planetary events */
 
 /* ======================================================================
  * Artificial satellites: two-line elements        (src/asat/tle.cpp)

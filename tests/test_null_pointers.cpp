@@ -98,6 +98,9 @@ TEST(NullPointers, EveryExportReturnsItsFailureValue) {
         {"GetMoonPhases", [&] {
              return GetMoonPhases(nullptr, phases, 6) == 0 && GetMoonPhases(&date, nullptr, 6) == 0;
          }},
+        {"CalcLunarEclipse", [&] {
+             return CalcLunarEclipse(2451564.7, nullptr) == 0 && GetLunarEclipses(2000, nullptr, 4) == 0;
+         }},
         {"GetMoonAge", [&] { return GetMoonAge(1000000.0, nullptr, &body) == 0.0; }},
         {"CalcPlanet", [&] {
              return CalcPlanet(2, nullptr, &sun, &body) == 0 && CalcPlanet(2, &t, &sun, nullptr) == 0 &&

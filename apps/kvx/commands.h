@@ -35,6 +35,8 @@ int RunTerms(const Args &args);
 int RunRise(const Args &args);
 int RunTwilight(const Args &args);
 int RunSat(const Args &args);
+int RunEclipses(const Args &args);
+int RunEvents(const Args &args);
 
 // What every almanac section is given: the place, the local date and the
 // same instant as a universal-time Julian date.

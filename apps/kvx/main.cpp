@@ -58,6 +58,8 @@ const Command kCommands[] = {
     {"calendar", "calendar YYYY-MM [--tz H] [--json]", {"json"}, RunCalendar},
     {"holidays", "holidays YEAR [--json]", {"json"}, RunHolidays},
     {"terms", "terms YEAR [--tz H] [--json]", {"json"}, RunTerms},
+    {"eclipses", "eclipses YEAR [--tz H] [--json]", {"json"}, RunEclipses},
+    {"events", "events YEAR [--body moon|PLANET] [--tz H] [--json]", {"json"}, RunEvents},
     {"sat", "sat FILE|- [--name NAME] [--days N] [--visible] [--now] [--date YYYY-MM-DDThh:mm] " KVX_PLACE " [--json]",
      {"json", "visible", "now"}, RunSat},
 };

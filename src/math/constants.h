@@ -26,6 +26,8 @@ inline constexpr double kKmPerAu = 149597870.0;
 inline constexpr double kLightDaysPerAu = 0.005775518308;
 // Equatorial radius of the Earth, GRS80 (km).
 inline constexpr double kEarthRadiusKm = 6378.137;
+// Mean radius of the Moon (km).
+inline constexpr double kMoonRadiusKm = 1737.4;
 
 }  // namespace kvx
 

@@ -148,7 +148,8 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "--lon 400", "--height -100000", "sun --tz 15",
              "jd 99999-01-01", "jd -99999-01-01", "jd 99999999999-01-01", "jd -2147483648-01-01", "phases 99999",
              "terms -99999", "date -5", "date 1e9", "jd 2024-01-01T12:00+25:00", "jd 2024-01-01T24:00",
-             "sun --pressure 900", "sun --refraction --pressure -5", "moon --tz +9:0"}) {
+             "sun --pressure 900", "sun --refraction --pressure -5", "moon --tz +9:0",
+             "eclipses", "eclipses 2024.5", "eclipses 9999", "events", "events 2024 --body sun", "events year"}) {
         const KvxResult r = RunKvx(bad);
         EXPECT_EQ(r.status, 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;

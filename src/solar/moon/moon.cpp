@@ -28,8 +28,6 @@ constexpr double kMeanDistanceAu = 0.002569555301823482;
 constexpr double kFileLightTimeStop = kvx::body::kOneSecond / 100.0;
 constexpr double kTheoryLightTimeStop = kvx::body::kOneSecond;
 
-constexpr double kMoonRadiusKm = 1737.4;
-
 // Library body codes of the main reader, and JPL body numbers of the Moon
 // handle.
 constexpr int kMoonCode = -1, kSunCode = -2, kEarthCode = -3;
@@ -70,6 +68,11 @@ bool FileGeocentricWithLightTime(double jde, double g[3]) {
 Dc Unit(const double v[3], double length) { return Dc{v[0] / length, v[1] / length, v[2] / length}; }
 
 }  // namespace
+
+bool kvx::moon::FromFile(double jde) {
+    double v[3];
+    return FileGeocentric(jde, v);
+}
 
 // The theory is evaluated with T = GetT(jd), as its published series are.
 extern "C" int32_t CalcMoonLbr(double jd, double lb[2], double *dist) {
@@ -174,8 +177,8 @@ extern "C" void CalcMoon(ATime *t, BodyPos *out, const BodyPos *sunPos) {
     using namespace kvx::body::moon_slot;
     double *f = out->f;
     const double distance = f[kvx::body::kDistance];
-    f[kGeoSemiDiameter] = kvx::RadToDeg(std::atan(kMoonRadiusKm / f[kGeoDistance]));
-    f[kSemiDiameter] = kvx::RadToDeg(std::atan(kMoonRadiusKm / distance));
+    f[kGeoSemiDiameter] = kvx::RadToDeg(std::atan(kvx::kMoonRadiusKm / f[kGeoDistance]));
+    f[kSemiDiameter] = kvx::RadToDeg(std::atan(kvx::kMoonRadiusKm / distance));
     if (sunPos != nullptr) kvx::body::SetPhase(*sunPos, distance / kKmPerAu, kIlluminated, kLimbAngle, out);
     const Ad radec{f[kvx::body::kRaJ2000], f[kvx::body::kDecJ2000]};
     Ad azAlt{};

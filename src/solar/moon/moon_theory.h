@@ -26,4 +26,11 @@ extern const TheoryTerm kParallaxTerms[kParallaxTermCount];
 // and its distance in km at dynamical Julian date jde, from the series.
 void TheoryLbr(double jde, double lb[2], double *distKm);
 
+// True when an ephemeris file (the JPL DE file or the Moon file) gives the
+// Moon at dynamical date jde, so that CalcMoonLbr and CalcMoon2 do not use
+// the theory. The theory's argument GetT already carries an approximate
+// Delta T: a caller that wants the theory's own best place gives it the
+// universal-time date (see the lunar eclipses).
+bool FromFile(double jde);
+
 }  // namespace kvx::moon
