@@ -35,33 +35,35 @@ int RunPhysical(const Args &args) {
         j.Str("name", kPlanetNames[code])
             .Num("jd", t.jd)
             .Num("jde", t.jde)
-            .Num("distance", f[KVX_BP_DISTANCE - 1])
-            .Num("diameter", f[34])
-            .Num("polarDiameter", f[KVX_BP_POLAR_DIAM - 1])
-            .Num("phaseAngle", f[KVX_BP_PHASE_ANGLE - 1])
-            .Num("illuminated", f[18])
-            .Num("defect", f[KVX_BP_DEFECT - 1])
-            .Num("brightLimb", f[19])
-            .Num("earthLat", f[KVX_BP_EARTH_LAT - 1])
-            .Num("sunLat", f[KVX_BP_SUN_LAT - 1])
-            .Num("axisAngle", f[KVX_BP_AXIS_PA - 1])
-            .Num("centralMeridian", f[KVX_BP_CM - 1])
-            .Num("sunLongitude", f[KVX_BP_SUN_LON - 1])
-            .Num("poleRaJ2000", f[KVX_BP_POLE_RA - 1])
-            .Num("poleDecJ2000", f[KVX_BP_POLE_DEC - 1])
+            .When(place, t.jd)
+            .Num("distance_au", f[KVX_BP_DISTANCE - 1])
+            .Num("diameter_arcsec", f[34])
+            .Num("polar_diameter_arcsec", f[KVX_BP_POLAR_DIAM - 1])
+            .Num("phase_angle_deg", f[KVX_BP_PHASE_ANGLE - 1])
+            .Num("illuminated_fraction", f[18])
+            .Num("defect_arcsec", f[KVX_BP_DEFECT - 1])
+            .Num("bright_limb_deg", f[19])
+            .Num("earth_lat_deg", f[KVX_BP_EARTH_LAT - 1])
+            .Num("sun_lat_deg", f[KVX_BP_SUN_LAT - 1])
+            .Num("axis_pa_deg", f[KVX_BP_AXIS_PA - 1])
+            .Num("central_meridian_deg", f[KVX_BP_CM - 1])
+            .Num("sun_lon_deg", f[KVX_BP_SUN_LON - 1])
+            .Num("pole_ra_j2000_deg", f[KVX_BP_POLE_RA - 1])
+            .Num("pole_dec_j2000_deg", f[KVX_BP_POLE_DEC - 1])
             .Num("magnitude", mag)
             .Str("magnitude_model", model);
-        if (code == 3) j.Num("cmSystemI", jup.cm1).Num("cmSystemII", jup.cm2).Num("cmSystemIII", jup.cm3);
+        if (code == 3) j.Num("cm_system1_deg", jup.cm1).Num("cm_system2_deg", jup.cm2).Num("cm_system3_deg", jup.cm3);
         if (code == 4)
-            j.Num("ringEarthLat", sat.earthLat)
-                .Num("ringSunLat", sat.sunLat)
-                .Num("ringDeltaU", sat.deltaU)
-                .Num("ringMajorAxis", sat.majorAxis)
-                .Num("ringMinorAxis", sat.minorAxis);
+            j.Num("ring_earth_lat_deg", sat.earthLat)
+                .Num("ring_sun_lat_deg", sat.sunLat)
+                .Num("ring_delta_u_deg", sat.deltaU)
+                .Num("ring_major_axis_arcsec", sat.majorAxis)
+                .Num("ring_minor_axis_arcsec", sat.minorAxis);
         std::printf("%s\n", j.Text().c_str());
         return 0;
     }
-    std::printf("%s  physical ephemeris  JD %.6f (UT)  JDE %.6f\n", kPlanetNames[code], t.jd, t.jde);
+    PrintHeader(place, t.jd);
+    std::printf("%s  physical ephemeris  JDE %.6f\n", kPlanetNames[code], t.jde);
     std::printf("  distance     %.6f AU  diameter %.2f\" (polar %.2f\")\n", f[KVX_BP_DISTANCE - 1], f[34],
                 f[KVX_BP_POLAR_DIAM - 1]);
     std::printf("  illumination phase angle %.2f  illuminated %.4f  defect %.2f\"  bright limb %.2f\n",

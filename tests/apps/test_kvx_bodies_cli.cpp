@@ -151,7 +151,7 @@ TEST(KvxBodiesCli, SunPlanetsAndOrbit) {
     BodyPos sunPos, p;
     CalcSun(&t, &sunPos);
     CalcPlanet(3, &t, &sunPos, &p);
-    EXPECT_NEAR(jup["cmSystemII"].num(), p.f[KVX_BP_SPECIAL2 - 1], 1e-9);
+    EXPECT_NEAR(jup["cm_system2_deg"].num(), p.f[KVX_BP_SPECIAL2 - 1], 1e-9);
     EXPECT_NEAR(jup["magnitude"].num(), p.f[KVX_BP_MAG_MH - 1], 1e-9);
     // The orbit's points run from perihelion; the third of five is aphelion.
     const Json orbit = JsonOf("orbit Mars --date 2000-01-01T12:00 --points 5 --json");
