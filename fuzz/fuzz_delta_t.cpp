@@ -1,5 +1,7 @@
 // The Delta T file: load, then both conversions across and beyond the
 // table, and unload.
+#include <initializer_list>
+
 #include "fuzz_input.h"
 #include "kvxlib.h"
 #include "time/delta_t.h"

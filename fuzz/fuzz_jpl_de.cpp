@@ -2,6 +2,7 @@
 // KVX_FUZZ_KQ, which forces the first two bytes), then queries of every
 // target and centre at dates across, at and beyond the file's coverage,
 // with and without velocities, read from the file and from memory.
+#include <initializer_list>
 #include <cmath>
 #include <vector>
 

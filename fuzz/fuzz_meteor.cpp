@@ -1,4 +1,6 @@
 // The meteor-shower list: load, read every record back, unload.
+#include <initializer_list>
+
 #include "fuzz_input.h"
 #include "calendar/meteor.h"
 #include "kvxlib.h"

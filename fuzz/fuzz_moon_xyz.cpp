@@ -1,6 +1,8 @@
 // The Moon source file ("moon.xyz" or a DE file as the Moon handle): the
 // Moon's place, age and phases through it at dates around and inside its
 // coverage, where the light-time loops cross the file's ends.
+#include <initializer_list>
+
 #include "fuzz_input.h"
 #include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"

@@ -1,5 +1,6 @@
 // An MPC one-line comet record through the command line's parser, then the
 // comet's place and orbit from the elements it gives.
+#include <initializer_list>
 #include <string>
 
 #include "kvxlib.h"

@@ -1,6 +1,8 @@
 // The planet position file: the directory, then the Sun and every planet and
 // dwarf planet at tabulated, interpolated and edge dates of each block, read
 // from the file and from memory.
+#include <initializer_list>
+
 #include "fuzz_input.h"
 #include "kvxlib.h"
 #include "solar/ephem/planet_xyz.h"

@@ -1,5 +1,6 @@
 // A settings file: each of the six values read with room to spare and with
 // buffers too small for it.
+#include <initializer_list>
 #include <cstring>
 
 #include "fuzz_input.h"

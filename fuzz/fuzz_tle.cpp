@@ -2,6 +2,7 @@
 // input, the elements, and the propagators at the epoch and a day later.
 #include <algorithm>
 #include <cstring>
+#include <initializer_list>
 
 #include "kvxlib.h"
 

@@ -21,7 +21,8 @@ TEST(HostileValues, DatesBeyondTheInt32YearsSaturate) {
     EXPECT_EQ(JdToDate(kNaN, &y, &m, &d), 0);
     EXPECT_EQ(m, 0);
     EXPECT_TRUE(std::isnan(d));
-    EXPECT_EQ(JdToDate(HUGE_VAL, nullptr, nullptr, nullptr), INT32_MAX);
+    EXPECT_EQ(JdToDate(HUGE_VAL, &y, &m, &d), INT32_MAX);
+    EXPECT_EQ(m, 0);
     EXPECT_EQ(JdToDate(-1e300, nullptr, nullptr, nullptr), INT32_MIN);
     EXPECT_EQ(JdToDate(8e11, nullptr, nullptr, nullptr), INT32_MAX);  // year 2.19e9
     // Every fill of an ATime goes through JdToDate2.
@@ -72,8 +73,11 @@ TEST(HostileValues, PlanetFilesWithZeroDistancesGiveDefinedMagnitudes) {
             CalcPlanet(2, &t, &sun, &mars);
             const double m = KVX_BODYPOS_FIELD(mars, 36);
             const int32_t tenths = KVX_BODYPOS_INT(mars, 37);
-            if (std::isnan(m)) EXPECT_EQ(tenths, 0) << name;
-            else if (std::isinf(m)) EXPECT_EQ(tenths, m > 0 ? INT32_MAX : INT32_MIN) << name;
+            if (std::isnan(m)) {
+                EXPECT_EQ(tenths, 0) << name;
+            } else if (std::isinf(m)) {
+                EXPECT_EQ(tenths, m > 0 ? INT32_MAX : INT32_MIN) << name;
+            }
         }
         kvx::planetxyz::Release();
     }

@@ -28,7 +28,9 @@ extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, doub
     const double z = kvx::Floor(jd + 0.5);
     const double f = jd + 0.5 - z;
     double a = z;
-    if (z >= 2299160.5) {
+    // +inf skips the Gregorian correction, where it would meet inf - inf:
+    // like -inf it then gives the saturated year, month 0 and a NaN day.
+    if (z >= 2299160.5 && z < HUGE_VAL) {
         const double alpha = kvx::Floor((z - 1867216.25) / 36524.25);
         a = z + alpha - kvx::Floor(alpha * 0.25) + 1.0;
     }
