@@ -4,6 +4,7 @@
 // with and without velocities, read from the file and from memory.
 #include <initializer_list>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "fuzz_input.h"
@@ -22,14 +23,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         if (!r) return 0;
         if (memory) kvx::jpl::ReadIntoMemory(r);
         const double a = r->startJd, b = r->endJd;
-        const double dates[] = {a, b, std::nextafter(b, 1e300), (a + b) / 2, a + (b - a) * 0.37, a - 1, b + 1,
-                                kvx::fuzz::DoubleAt(data, size, 0), std::nan("")};
-        for (double jd : dates)
-            for (int target = 0; target <= 16; ++target)
-                for (int centre = 0; centre <= 13; ++centre) {
-                    double pv[6];
-                    kvx::jpl::Evaluate(r, jd, target, centre, pv, (target + centre) % 2 == 0);
-                }
+        const double dates[] = {a, b, std::nextafter(b, 1e300), a + (b - a) * 0.37, kvx::fuzz::DoubleAt(data, size, 0)};
+        // Every target against the barycentre and one other centre, and the
+        // invalid pairs, with and without velocities.
+        for (double jd : dates) {
+            for (int target = 1; target <= 15; ++target) {
+                double pv[6];
+                kvx::jpl::Evaluate(r, jd, target, 12, pv, target % 2 == 0);
+                kvx::jpl::Evaluate(r, jd, target, target * 7 % 13 + 1, pv, target % 2 != 0);
+            }
+            for (const auto &[target, centre] : {std::pair{0, 3}, {16, 3}, {3, 0}, {3, 13}, {3, 3}, {10, 3}, {3, 10}}) {
+                double pv[6];
+                kvx::jpl::Evaluate(r, jd, target, centre, pv, true);
+            }
+        }
         kvx::jpl::Close(r);
     }
     return 0;
