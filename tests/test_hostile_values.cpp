@@ -1,15 +1,12 @@
-// Arguments no caller should pass, and data files that were damaged, give
-// the defined results the header documents instead of undefined behaviour
-// (which make check-asan turns into an abort) or a hang (a ctest timeout).
+// Arguments no caller should pass give the defined results the header
+// documents instead of undefined behaviour (which make check-asan turns into
+// an abort) or a hang (a ctest timeout).
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
 
 #include "kvxlib.h"
-#include "solar/ephem/jpl_de.h"
-#include "solar/ephem/planet_xyz.h"
-#include "test_support.h"
 
 namespace {
 
@@ -57,45 +54,8 @@ TEST(HostileValues, MoonPhasesOfTheExtremeYearsEnd) {
     }
 }
 
-// The planet file of a fuzzer finding gives Mars a magnitude of -inf; the
-// two others put Mars on the Sun or on the Earth (zero distances).
-TEST(HostileValues, PlanetFilesWithZeroDistancesGiveDefinedMagnitudes) {
-    for (const char *name : {"planet_ub.xyz", "planet_mars_at_sun.xyz", "planet_earth_eq_mars.xyz"}) {
-        const std::string path = std::string(KVX_SOURCE_DIR) + "/fuzz/reproducers/planet_xyz/" + name;
-        ASSERT_EQ(kvx::planetxyz::Open(path.c_str(), false), 1) << name;
-        kvx::planetxyz::BlockInfo b{};
-        ASSERT_TRUE(kvx::planetxyz::Block(0, &b));
-        for (double jde = b.first; jde <= b.last; jde += 0.5) {
-            ATime t;
-            SetATimeJd2(jde, 0.0, 0.0, nullptr, &t);
-            BodyPos sun{}, mars{};
-            CalcSun(&t, &sun);
-            CalcPlanet(2, &t, &sun, &mars);
-            const double m = KVX_BODYPOS_FIELD(mars, 36);
-            const int32_t tenths = KVX_BODYPOS_INT(mars, 37);
-            if (std::isnan(m)) {
-                EXPECT_EQ(tenths, 0) << name;
-            } else if (std::isinf(m)) {
-                EXPECT_EQ(tenths, m > 0 ? INT32_MAX : INT32_MIN) << name;
-            }
-        }
-        kvx::planetxyz::Release();
-    }
-}
-
-// A Moon file whose first record puts the Moon 7e7 km away: the light-time
-// loop alternated between it and the theory forever at the file's start.
-TEST(HostileValues, MoonFileFlippingWithTheTheoryEnds) {
-    const std::string path = std::string(KVX_SOURCE_DIR) + "/fuzz/reproducers/moon_xyz/moon_scaled.xyz";
-    ASSERT_TRUE(kvx::jpl::LoadMoonFile(path.c_str()));
-    ADate d{2000, 1, 25, 0, 1, 0.0, 0.0};
-    ATime t;
-    SetATimeDate(&d, nullptr, &t);
-    BodyPos sun{}, moon{};
-    CalcSun(&t, &sun);
-    CalcMoon(&t, &moon, &sun);
-    EXPECT_TRUE(std::isfinite(moon.f[KVX_BP_DISTANCE - 1]));
-    kvx::jpl::CloseMoon();
-}
+// The damaged planet and Moon files of fuzzer findings (a magnitude of
+// -inf, zero distances, a light-time loop that alternated between the Moon
+// file and the theory forever) are replayed by the fuzz_replay_* tests.
 
 }  // namespace
