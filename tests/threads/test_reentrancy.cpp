@@ -1,9 +1,8 @@
-// The body routines from eight threads at once give the same bits as one
-// thread, with no data file, with the JPL DE excerpt (main ephemeris and
-// Moon source, nutation), with the Moon position file alone and with the
-// planet position file alone. The threads walk one batch from different
-// starting points, so that they keep asking the readers for different
-// records at the same moment. Run under ThreadSanitizer by make check-tsan.
+// The body routines and the readers from eight threads at once give the same
+// bits as from one thread: with no data file, with the JPL DE excerpt (main
+// ephemeris, Moon source and nutation), with the Moon position file and with
+// the planet position file (read from the file and from memory). Run under
+// ThreadSanitizer by make check-tsan.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -11,7 +10,6 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -26,126 +24,99 @@ namespace {
 using kvx::test::TestDataPath;
 
 constexpr int kThreads = 8;
-// Dates inside the excerpts (JD 2451536.5 to 2452272.5), 40 days apart in
-// turn with a few hours: every query of a neighbour lands in another record.
-constexpr int kDates = 48;
 constexpr int kPasses = 4;
-constexpr int kBodies = 4 + 12;  // Sun, Moon (CalcMoon, CalcMoon2), a spare slot; 12 planets
 
-struct Result {
-    ATime t;
-    BodyPos pos[kBodies];
-};
-
-double DateOf(int k) { return 2451540.25 + (k % 2 ? 40.0 : 9.3) * k + 0.17 * (k % 5); }
-
-Result Compute(int k) {
-    Result r;
-    std::memset(&r, 0, sizeof r);
-    const Observer tokyo{35.68, 139.77, 40.0};
-    ADate d{};
-    JdToDate2(DateOf(k), &d);
-    SetATimeDate(&d, &tokyo, &r.t);  // nutation from the DE file when loaded
-    CalcSun(&r.t, &r.pos[0]);
-    CalcMoon(&r.t, &r.pos[1], &r.pos[0]);
-    CalcMoon2(&r.t, &r.pos[2]);
-    for (int p = 0; p < 12; ++p) CalcPlanet(p, &r.t, &r.pos[0], &r.pos[4 + p]);
-    return r;
-}
-
-// Bit for bit, leaving out the padding after ATime's minute.
-bool Same(const Result &a, const Result &b) {
-    constexpr size_t from = offsetof(ATime, second);
-    return a.t.year == b.t.year && a.t.month == b.t.month && a.t.day == b.t.day && a.t.hour == b.t.hour &&
-           a.t.minute == b.t.minute &&
-           std::memcmp(reinterpret_cast<const char *>(&a.t) + from, reinterpret_cast<const char *>(&b.t) + from,
-                       sizeof(ATime) - from) == 0 &&
-           std::memcmp(a.pos, b.pos, sizeof a.pos) == 0;
-}
-
-// Every thread computes the whole batch, thread i starting at date 6i.
-void CheckThreadsAgree(const char *what) {
-    std::vector<Result> single(kDates);
-    for (int k = 0; k < kDates; ++k) single[k] = Compute(k);
-    std::vector<std::vector<Result>> per(kThreads, std::vector<Result>(kDates));
-    // All threads start together and walk the batch kPasses times, so that
-    // their queries overlap; a result that ever differs is counted.
-    std::vector<int> differs(kThreads, 0);
-    std::atomic<int> ready{0};
+// Computes f(k), k < n, on one thread; then kThreads threads, started
+// together, each walk all k kPasses times from their own starting point (so
+// that they ask the readers for different records at the same moment).
+// Returns how many of their results differ from the one thread's.
+template <class T, class F>
+int Differing(int n, F f) {
+    std::vector<T> single(n);
+    for (int k = 0; k < n; ++k) single[k] = f(k);
+    std::atomic<int> ready{0}, differing{0};
     std::vector<std::thread> pool;
     for (int i = 0; i < kThreads; ++i)
         pool.emplace_back([&, i] {
             ready.fetch_add(1);
             while (ready.load() < kThreads) std::this_thread::yield();
             for (int pass = 0; pass < kPasses; ++pass)
-                for (int n = 0; n < kDates; ++n) {
-                    const int k = (n + 6 * i) % kDates;
-                    per[i][k] = Compute(k);
-                    if (!Same(per[i][k], single[k])) ++differs[i];
+                for (int m = 0; m < n; ++m) {
+                    const int k = (m + i * n / kThreads) % n;
+                    if (!(f(k) == single[k])) differing.fetch_add(1);
                 }
         });
-    for (auto &th : pool) th.join();
-    int differing = 0;
-    for (int d : differs) differing += d;
-    EXPECT_EQ(differing, 0) << what << ": results of " << kThreads * kDates * kPasses << " differ from one thread's";
+    for (auto &t : pool) t.join();
+    return differing.load();
 }
 
-// A reader alone, queried in a tight loop at dates that jump across its
-// records, so that the threads' reads overlap far more often than through
-// the body routines.
-// Dates from `first` over `span` days (the file's coverage).
+// The Sun, the Moon and the twelve planets for an ATime filled from a civil
+// date (nutation from the DE file when one is loaded), compared bit for bit
+// (ATime's padding after minute left out).
+struct Result {
+    ATime t;
+    BodyPos pos[15];
+    bool operator==(const Result &o) const {
+        constexpr size_t from = offsetof(ATime, second);
+        return t.year == o.t.year && t.month == o.t.month && t.day == o.t.day && t.hour == o.t.hour &&
+               t.minute == o.t.minute &&
+               std::memcmp(reinterpret_cast<const char *>(&t) + from, reinterpret_cast<const char *>(&o.t) + from,
+                           sizeof(ATime) - from) == 0 &&
+               std::memcmp(pos, o.pos, sizeof pos) == 0;
+    }
+};
+
+Result Bodies(int k) {
+    Result r;
+    std::memset(&r, 0, sizeof r);
+    const Observer tokyo{35.68, 139.77, 40.0};
+    ADate d{};
+    JdToDate2(2451540.25 + (k % 2 ? 40.0 : 9.3) * k + 0.17 * (k % 5), &d);  // inside the excerpts
+    SetATimeDate(&d, &tokyo, &r.t);
+    CalcSun(&r.t, &r.pos[0]);
+    CalcMoon(&r.t, &r.pos[1], &r.pos[0]);
+    CalcMoon2(&r.t, &r.pos[2]);
+    for (int p = 0; p < 12; ++p) CalcPlanet(p, &r.t, &r.pos[0], &r.pos[3 + p]);
+    return r;
+}
+
+// One reader alone in a tight loop, at dates from `first` over `span` days
+// that jump across its records: far more overlapping reads.
 template <class Query>
-void CheckQueriesAgree(double first, double span, Query query, const char *what) {
-    constexpr int kQueries = 512;
-    auto date = [=](int k) { return first + std::fmod(37.3901 * k, span); };
-    std::vector<std::array<double, 3>> single(kQueries);
-    for (int k = 0; k < kQueries; ++k) ASSERT_TRUE(query(date(k), single[k].data())) << what;
-    std::vector<int> differs(kThreads, 0);
-    std::vector<std::thread> pool;
-    for (int i = 0; i < kThreads; ++i)
-        pool.emplace_back([&, i] {
-            for (int pass = 0; pass < kPasses; ++pass)
-                for (int n = 0; n < kQueries; ++n) {
-                    const int k = (n + 64 * i) % kQueries;
-                    std::array<double, 3> p{};
-                    if (!query(date(k), p.data()) || p != single[k]) ++differs[i];
-                }
-        });
-    for (auto &th : pool) th.join();
-    int differing = 0;
-    for (int d : differs) differing += d;
-    EXPECT_EQ(differing, 0) << what << ": queries of " << kThreads * kQueries * kPasses << " differ";
+int QueriesDiffering(double first, double span, Query query) {
+    return Differing<std::array<double, 3>>(512, [=](int k) {
+        std::array<double, 3> p{-1, -1, -1};
+        if (!query(first + std::fmod(37.3901 * k, span), p.data())) p[0] = -2;
+        return p;
+    });
 }
 
-TEST(Reentrancy, WithoutDataFiles) { CheckThreadsAgree("no file"); }
+TEST(Reentrancy, WithoutDataFiles) { EXPECT_EQ(Differing<Result>(48, Bodies), 0); }
 
 TEST(Reentrancy, WithTheDeExcerpt) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     ASSERT_TRUE(kvx::jpl::LoadMoonFile(TestDataPath("de405_2000.bin").c_str()));
-    CheckThreadsAgree("DE405 excerpt");
-    CheckQueriesAgree(
-        2451537.0, 730.0, [](double jde, double *p) { return kvx::jpl::Query(-1, jde, -3, p, nullptr) != 0; },
-                      "DE405 Moon");
+    EXPECT_EQ(Differing<Result>(48, Bodies), 0);
+    auto moon = [](double t, double *p) { return kvx::jpl::Query(-1, t, -3, p, nullptr); };
+    EXPECT_EQ(QueriesDiffering(2451537.0, 730.0, moon), 0);
     kvx::jpl::CloseMoon();
     kvx::jpl::CloseMain();
 }
 
 TEST(Reentrancy, WithTheMoonFile) {
     ASSERT_TRUE(kvx::jpl::LoadMoonFile(TestDataPath("moon.xyz").c_str()));
-    CheckThreadsAgree("moon.xyz");
-    CheckQueriesAgree(
-        2451569.0, 159.0, [](double jde, double *p) { return kvx::jpl::MoonQuery(10, jde, 3, p, nullptr) != 0; },
-                      "moon.xyz Moon");
+    EXPECT_EQ(Differing<Result>(48, Bodies), 0);
+    auto moon = [](double t, double *p) { return kvx::jpl::MoonQuery(10, t, 3, p, nullptr); };
+    EXPECT_EQ(QueriesDiffering(2451569.0, 159.0, moon), 0);
     kvx::jpl::CloseMoon();
 }
 
 TEST(Reentrancy, WithThePlanetFile) {
     for (bool onMemory : {false, true}) {
         ASSERT_EQ(kvx::planetxyz::Open(TestDataPath("planet.xyz").c_str(), onMemory), 1);
-        CheckThreadsAgree(onMemory ? "planet.xyz in memory" : "planet.xyz");
-        CheckQueriesAgree(
-            2451537.0, 730.0, [](double jde, double *p) { return kvx::planetxyz::Lookup(3, jde, p, nullptr) != 0; },
-                          "planet.xyz Jupiter");
+        EXPECT_EQ(Differing<Result>(48, Bodies), 0) << onMemory;
+        auto jupiter = [](double t, double *p) { return kvx::planetxyz::Lookup(3, t, p, nullptr); };
+        EXPECT_EQ(QueriesDiffering(2451537.0, 730.0, jupiter), 0) << onMemory;
         kvx::planetxyz::Release();
     }
 }
