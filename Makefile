@@ -1,4 +1,5 @@
 # kvxlib: make demo | make test | make data | make bench | make install | make windows | make clean
+#         make check-asan | make check-tsan | make check-valgrind | make fuzz
 # demo, test and windows install missing build prerequisites with apt-get
 # when run as root on Debian; otherwise they print the command to run.
 
@@ -24,7 +25,8 @@ WINDOWS_DEPS = cmake make g++-mingw-w64-x86-64-win32 wine64
 # per-user settings that point at them (tools/make_data.sh).
 DATA_DIR ?= $(or $(XDG_DATA_HOME),$(HOME)/.local/share)/kvxlib
 
-.PHONY: data all demo test bench clean deps bench-deps configure install uninstall windows windows-deps
+.PHONY: data all demo test bench clean deps bench-deps configure install uninstall windows windows-deps \
+        check-asan check-tsan check-valgrind fuzz fuzz-deps
 
 all: configure
 	cmake --build $(BUILD) -j $(JOBS)
@@ -74,5 +76,48 @@ bench: bench-deps
 	cmake --build $(BUILD) -j $(JOBS) --target kvx_bench
 	$(BUILD)/bench/kvx_bench
 
+# Sanitizer and thread checks, each in a build tree of its own.
+# check-asan: GCC AddressSanitizer + UndefinedBehaviorSanitizer, the first
+# report aborts; all tests. check-tsan: ThreadSanitizer over the tests that
+# run the library from several threads. check-valgrind: memcheck over the
+# test program of the ordinary build and the thread tests (the tests that
+# only start other programs are left out: VALGRIND_FILTER).
+ASAN_BUILD     ?= build-asan
+TSAN_BUILD     ?= build-tsan
+FUZZ_BUILD     ?= build-fuzz
+SANITIZER_ENV   = ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1 \
+                  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 TSAN_OPTIONS=halt_on_error=1
+VALGRIND_FILTER ?= -Kvx*:Startup*:Exports*
+
+check-asan: deps
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Release -DKVX_SANITIZE=address,undefined $(CMAKE_ARGS)
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && $(SANITIZER_ENV) ctest --output-on-failure -j $(JOBS)
+
+check-tsan: deps
+	cmake -S . -B $(TSAN_BUILD) -DCMAKE_BUILD_TYPE=Release -DKVX_SANITIZE=thread $(CMAKE_ARGS)
+	cmake --build $(TSAN_BUILD) -j $(JOBS) --target kvx_thread_tests
+	cd $(TSAN_BUILD) && $(SANITIZER_ENV) ./tests/kvx_thread_tests
+
+check-valgrind: all
+	@command -v valgrind >/dev/null || sh tools/ensure-packages.sh valgrind
+	valgrind --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite,indirect \
+	  $(BUILD)/tests/kvx_tests --gtest_filter='$(VALGRIND_FILTER)'
+	valgrind --error-exitcode=1 --leak-check=full --errors-for-leak-kinds=definite,indirect \
+	  $(BUILD)/tests/kvx_thread_tests
+
+# make fuzz [FUZZ_SECONDS=60]: builds the libFuzzer harnesses of fuzz/ with
+# clang (ASan + UBSan) and runs each for FUZZ_SECONDS over its corpus.
+FUZZ_SECONDS ?= 60
+FUZZ_DEPS     = clang libclang-rt-14-dev
+fuzz-deps:
+	@sh tools/ensure-packages.sh $(FUZZ_DEPS)
+
+fuzz: fuzz-deps
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=Release -DKVX_BUILD_FUZZ=ON \
+	  -DKVX_BUILD_TESTS=OFF -DKVX_BUILD_APPS=OFF -DKVX_SANITIZE=address,undefined
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target kvx_fuzzers
+	sh fuzz/run.sh $(FUZZ_BUILD)/fuzz $(FUZZ_SECONDS)
+
 clean:
-	rm -rf $(BUILD) $(WINDOWS_BUILD)
+	rm -rf $(BUILD) $(WINDOWS_BUILD) $(ASAN_BUILD) $(TSAN_BUILD) $(FUZZ_BUILD)

@@ -13,7 +13,26 @@
  *   - a null pointer never crashes the library: a function given a null
  *     record it must read or write does nothing and returns 0.
  *   - matrices are 3x3 doubles stored row by row (double[9]) and act on
- *     column vectors: v' = M v.
+ *     column vectors: v' = M v;
+ *   - bad numbers never crash or hang the library: NaN, infinite and huge
+ *     arguments give a defined result (0, saturated integers, NaN fields or
+ *     untouched output, as each comment says), and every iteration is capped.
+ *
+ * Threads. The library starts no thread and takes no lock. The data files
+ * (Delta T, planet position file, JPL DE file, Moon file, meteor list) are
+ * loaded when the library is loaded and freed when it is unloaded; in
+ * between they are read-only, and every query of them reads with positioned
+ * reads into a per-thread record cache (or from the in-memory image), so
+ * every function may be called from any number of threads at once and gives
+ * the same bits as from one thread, except these, which share process-wide
+ * state and must be serialised by the caller:
+ *   - the rise/set day context: InitRiseSet, GetRiseSet, GetRiseSetEx,
+ *     CheckCircumPolar, GetSunRise, GetSunSet, GetSunRiseDeg, GetSunSetDeg;
+ *   - the per-year calendar tables: Calender_NewToOld, Calender_OldToNew,
+ *     Calender_GetTable, Sekki_CheckDay, Sekki_GetTableData,
+ *     Holiday_CheckDay, Holiday_GetHolidayData.
+ * (Calls of one group may run beside calls of the other group or of any
+ * other function.)
  *
  * Every declaration starts with KVX_API on the line that names the function:
  * the build derives the list of exported names from this file.
@@ -206,7 +225,8 @@ KVX_API int32_t degmalInt(int32_t a);
 /* Hours reduced to 0 <= h < 24. */
 KVX_API double hourmal(double h);
 /* Decimal degrees to sign (+1 for a >= 0), degrees, minutes, seconds, each
- * part taken from |a|. */
+ * part taken from |a|. Degrees beyond the int32 range saturate; NaN or an
+ * infinity gives 0 minutes and NaN seconds. */
 KVX_API void DegTo60(double a, Deg60 *out);
 /* As DegTo60, degrees and minutes rounded to the whole minute; the seconds
  * field then holds the shifted seconds and is not meant to be shown. */
@@ -215,7 +235,7 @@ KVX_API void DegTo60_2(double a, Deg60 *out);
 KVX_API double DegTo10(Deg60 a);
 /* Decimal hours to hours, minutes, seconds. No sign field: a negative h
  * gives negative minutes and seconds (-1.5 gives -2 h -30 m 0 s), so pass
- * reduced hours. */
+ * reduced hours. Out-of-range hours saturate as in DegTo60. */
 KVX_API void HourTo60(double h, Hour60 *out);
 /* Sexagesimal to decimal hours. */
 KVX_API double HourTo10(Hour60 h);
@@ -285,7 +305,10 @@ KVX_API double CalcJd(double year, double month, double day);
 /* Julian date (universal time) of a local civil date in its zone; out-of-
  * range hours and minutes carry into the day. 0 for null. */
 KVX_API double GetJd(const ADate *date);
-/* Calendar date of a Julian date; returns the year. Null outputs are skipped. */
+/* Calendar date of a Julian date; returns the year. Null outputs are skipped.
+ * A NaN jd gives year and month 0 and a NaN day; a jd whose year lies beyond
+ * the int32 range (|jd| above about 7.8e11, or infinite) gives a saturated
+ * year (INT32_MIN or INT32_MAX). */
 KVX_API int32_t JdToDate(double jd, int32_t *year, int32_t *month, double *day);
 /* Calendar date and time of a Julian date, parts truncated toward zero; tz
  * is left untouched (pass jd + tz/24 and set tz yourself for local time). */

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "commands.h"
+#include "mpc_line.h"
 #include "report.h"
 #include "svg.h"
 
@@ -16,37 +17,11 @@ namespace kvx::cli {
 
 namespace {
 
-// One comet in the MPC one-line format (CometEls.txt): columns 5 orbit
-// type, 6-12 provisional designation, 15-18/20-21/23-29 perihelion year,
-// month, day (TT), 31-39 q, 42-49 e, 52-59 argument of perihelion, 62-69
-// node, 72-79 inclination (J2000.0), 92-95 H, 97-100 G (K = 2.5 G), 103-158
-// designation and name.
+// The MPC line, or the usage error that names the field at fault.
 CometElements ParseMpcLine(const std::string &line) {
-    auto field = [&](size_t from, size_t to) {
-        if (line.size() < from) return std::string();
-        return line.substr(from - 1, std::min(line.size(), to) - (from - 1));
-    };
-    auto num = [&](size_t from, size_t to, const char *what) { return ParseNumber(field(from, to), what); };
-    if (line.size() < 79) throw UsageError{"an MPC comet line has at least 79 columns"};
     CometElements el;
-    std::memset(&el, 0, sizeof el);
-    const std::string type = field(5, 5);
-    el.kind = type.empty() || type[0] == ' ' ? 'C' : type[0];
-    std::string name = field(103, 158);
-    while (!name.empty() && name.back() == ' ') name.pop_back();
-    if (name.empty()) name = field(1, 12);
-    std::strncpy(el.designation, name.c_str(), sizeof el.designation - 1);
-    el.perihelionJd = CalcJd(num(15, 18, "perihelion year"), num(20, 21, "perihelion month"), num(23, 29, "perihelion day"));
-    el.q = num(31, 39, "q");
-    el.e = num(42, 49, "e");
-    el.peri = num(52, 59, "argument of perihelion");
-    el.node = num(62, 69, "node");
-    el.incl = num(72, 79, "inclination");
-    el.equinox = 2000.0;
-    el.h = line.size() >= 95 ? num(92, 95, "H") : 10.0;
-    el.slope = line.size() >= 100 ? 2.5 * num(97, 100, "G") : 10.0;
-    el.validFrom = -1e30;
-    el.validTo = 1e30;
+    std::string error;
+    if (!kvx::cli::ParseMpcLine(line, &el, &error)) throw UsageError{error};
     return el;
 }
 

@@ -117,7 +117,8 @@ std::string Missing(const std::string &path) {
 }
 
 std::string Span(double a, double b) {
-    char buf[96];
+    // Room for any double in %.1f (a damaged header may hold 1e308).
+    char buf[768];
     std::snprintf(buf, sizeof buf, "JD %.1f to %.1f (%s to %s)", a, b, Date(a).c_str(), Date(b).c_str());
     return buf;
 }

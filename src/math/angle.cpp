@@ -46,8 +46,8 @@ extern "C" void DegTo60(double a, Deg60 *out) {
     const int32_t sign = a >= 0.0 ? 1 : -1;
     const double b = std::fabs(a);
     out->sign = sign;
-    out->deg = static_cast<int32_t>(std::floor(b));
-    out->min = static_cast<int32_t>(std::floor(std::fmod(b * 60.0, 60.0)));
+    out->deg = kvx::ToInt32(std::floor(b));
+    out->min = kvx::ToInt32(std::floor(std::fmod(b * 60.0, 60.0)));
     out->sec = std::fmod(b * 60.0 * 60.0, 60.0);
 }
 
@@ -65,8 +65,8 @@ extern "C" double DegTo10(Deg60 a) {
 
 extern "C" void HourTo60(double h, Hour60 *out) {
     if (!out) return;
-    out->hour = static_cast<int32_t>(std::floor(h));
-    out->min = static_cast<int32_t>(std::floor(std::fmod(h * 60.0, 60.0)));
+    out->hour = kvx::ToInt32(std::floor(h));
+    out->min = kvx::ToInt32(std::floor(std::fmod(h * 60.0, 60.0)));
     out->sec = std::fmod(h * 60.0 * 60.0, 60.0);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstdint>
 
 namespace kvx {
 
@@ -44,6 +45,23 @@ inline double Trunc(double x) {
 inline double Floor(double x) {
     const double t = Trunc(x);
     return t > x ? t - 1.0 : t;
+}
+
+// A double turned into an int32 toward zero, as static_cast does inside the
+// int32 range; beyond it the value saturates at INT32_MIN / INT32_MAX and NaN
+// gives 0 (where static_cast is undefined behaviour).
+inline int32_t ToInt32(double x) {
+    if (!(x == x)) return 0;
+    if (x >= 2147483647.0) return INT32_MAX;
+    if (x <= -2147483648.0) return INT32_MIN;
+    return static_cast<int32_t>(x);
+}
+
+// Sum and difference of int32 values saturated to the int32 range (calendar
+// arithmetic on caller-supplied years and months).
+inline int32_t SatAdd(int32_t a, int64_t b) {
+    const int64_t s = static_cast<int64_t>(a) + b;
+    return s > INT32_MAX ? INT32_MAX : s < INT32_MIN ? INT32_MIN : static_cast<int32_t>(s);
 }
 
 }  // namespace kvx

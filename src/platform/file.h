@@ -1,7 +1,9 @@
 // Binary and text file access for the data-file readers: opening with the
-// sharing the readers need, 64-bit seeks and the size of an open file.
+// sharing the readers need, 64-bit seeks, positioned reads and the size of
+// an open file.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 
@@ -19,5 +21,13 @@ bool SeekTo(std::FILE *f, int64_t offset);
 // Length of the open file in bytes, -1 when it cannot be told. The file
 // position is left at the end of the file.
 int64_t FileLength(std::FILE *f);
+
+// Positioned read: up to n bytes from byte `offset` of the open file into
+// dst, without using or moving the stream's position or buffer, so several
+// threads may read one file at once (pread; ReadFile with an OVERLAPPED
+// offset on Windows). Returns the count read (short at the end of the file),
+// or -1 on an error or a negative offset. The stream must not be read
+// through stdio at the same time.
+int64_t ReadAt(std::FILE *f, int64_t offset, void *dst, size_t n);
 
 }  // namespace kvx::platform

@@ -28,7 +28,9 @@ extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, doub
     const double z = kvx::Floor(jd + 0.5);
     const double f = jd + 0.5 - z;
     double a = z;
-    if (z >= 2299160.5) {
+    // +inf skips the Gregorian correction, where it would meet inf - inf:
+    // like -inf it then gives the saturated year, month 0 and a NaN day.
+    if (z >= 2299160.5 && z < HUGE_VAL) {
         const double alpha = kvx::Floor((z - 1867216.25) / 36524.25);
         a = z + alpha - kvx::Floor(alpha * 0.25) + 1.0;
     }
@@ -37,8 +39,10 @@ extern "C" int32_t JdToDate(double jd, int32_t *yearOut, int32_t *monthOut, doub
     const double d = kvx::Floor(c * 365.25);
     const double e = kvx::Floor((b - d) / 30.6001);
     const double day = b - d - kvx::Floor(e * 30.6001) + f;
-    const int32_t month = static_cast<int32_t>(kvx::Floor(e - (e >= 13.5 ? 13.0 : 1.0) + 0.5));
-    const int32_t year = static_cast<int32_t>(kvx::Floor(c - (month > 2 ? 4716.0 : 4715.0) + 0.5));
+    // NaN and dates beyond the int32 years (|jd| above about 7.8e11) give
+    // year and month 0 or saturated years rather than undefined conversions.
+    const int32_t month = kvx::ToInt32(kvx::Floor(e - (e >= 13.5 ? 13.0 : 1.0) + 0.5));
+    const int32_t year = kvx::ToInt32(kvx::Floor(c - (month > 2 ? 4716.0 : 4715.0) + 0.5));
     if (yearOut) *yearOut = year;
     if (monthOut) *monthOut = month;
     if (dayOut) *dayOut = day;
@@ -57,9 +61,9 @@ extern "C" void JdToDate2(double jd, ADate *out) {
     const double minute = kvx::Trunc(f * 24.0 * 60.0);
     out->year = year;
     out->month = month;
-    out->day = static_cast<int32_t>(day);
-    out->hour = static_cast<int32_t>(hour);
-    out->minute = static_cast<int32_t>(minute);
+    out->day = kvx::ToInt32(day);
+    out->hour = kvx::ToInt32(hour);
+    out->minute = kvx::ToInt32(minute);
     out->second = (f - minute / 24.0 / 60.0) * 24.0 * 60.0 * 60.0;
 }
 
@@ -85,8 +89,8 @@ extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtra
     }
     const double hour = kvx::Trunc(s / 3600.0);
     const double minute = kvx::Trunc(s / 60.0) - 60.0 * hour;
-    date->hour = static_cast<int32_t>(hour);
-    date->minute = static_cast<int32_t>(minute);
+    date->hour = kvx::ToInt32(hour);
+    date->minute = kvx::ToInt32(minute);
     date->second = s - hour * 3600.0 - minute * 60.0;
 
     const double days = subtract ? carry - interval->day : interval->day + carry;
@@ -95,17 +99,19 @@ extern "C" int32_t ChangeDate(ADate *date, const ADate *interval, int32_t subtra
     copy.second = 0.0;
     JdToDate2(GetJd(&copy) + days, &copy);
 
-    int32_t month = subtract ? copy.month - interval->month : copy.month + interval->month;
+    // Month and year sums in 64 bits, saturated to int32 years: intervals
+    // near the int32 limits give the limit year instead of overflowing.
+    int64_t month = subtract ? int64_t{copy.month} - interval->month : int64_t{copy.month} + interval->month;
     if (month < 1) {
-        const int32_t q = month / 12;
-        copy.year = copy.year - 1 + q;
+        const int64_t q = month / 12;
+        copy.year = kvx::SatAdd(copy.year, q - 1);
         month = month - 12 * q + 12;
     } else if (month >= 13) {
-        copy.year = copy.year + (month - 1) / 12;
+        copy.year = kvx::SatAdd(copy.year, (month - 1) / 12);
         month = (month - 1) % 12 + 1;
     }
-    copy.month = month;
-    copy.year = subtract ? copy.year - interval->year : copy.year + interval->year;
+    copy.month = static_cast<int32_t>(month);
+    copy.year = kvx::SatAdd(copy.year, subtract ? -int64_t{interval->year} : int64_t{interval->year});
 
     if (copy.year == 1582 && copy.month == 10) {
         if (copy.day >= 5 && copy.day <= 9) copy.day = 4;

@@ -58,7 +58,9 @@ void SetPhase(const BodyPos &sun, double bodyDistance, int fractionSlot, int lim
 
 void SetMagnitude(double magnitude, int magnitudeSlot, int tenthsSlot, BodyPos *out) {
     out->f[magnitudeSlot] = magnitude;
-    out->i[2 * tenthsSlot] = static_cast<int32_t>(std::floor(magnitude * 10.0 + 0.5));
+    // A magnitude from zero distances (a body on the observer or on the
+    // Sun) is infinite or NaN: its tenths saturate or are 0, never undefined.
+    out->i[2 * tenthsSlot] = ToInt32(std::floor(magnitude * 10.0 + 0.5));
     out->i[2 * tenthsSlot + 1] = 0;
 }
 

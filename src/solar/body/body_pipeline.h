@@ -103,7 +103,8 @@ void FillHead(const ATime &t, const double s[3], AngleRule rule, BodyPos *out);
 void SetPhase(const BodyPos &sun, double bodyDistance, int fractionSlot, int limbSlot, BodyPos *out);
 
 // The magnitude and, as an int32 at the start of its slot (the other half
-// zero), the magnitude in tenths floor(m x 10 + 0.5).
+// zero), the magnitude in tenths floor(m x 10 + 0.5), saturated to the
+// int32 range (0 for a NaN magnitude).
 void SetMagnitude(double magnitude, int magnitudeSlot, int tenthsSlot, BodyPos *out);
 
 // slots first..end-1 = value.

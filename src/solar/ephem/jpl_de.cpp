@@ -1,6 +1,7 @@
 // JPL DE ephemeris reader: opener (DE header and the "KQ" variant), record
-// fetch with a one-record cache, Chebyshev evaluation with velocities, the
-// target/centre arithmetic of the JPL PLEPH routine, and the two handles.
+// fetch with positioned reads into a per-thread one-record cache, Chebyshev
+// evaluation with velocities, the target/centre arithmetic of the JPL PLEPH
+// routine, and the two handles.
 //
 // The Chebyshev layout and the Earth/Moon split follow the JPL export
 // software (Standish, "JPL Planetary and Lunar Ephemerides", 1998):
@@ -10,6 +11,7 @@
 // barycentric Moon = EMB + Moon EMRAT/(1+EMRAT).
 #include "solar/ephem/jpl_de.h"
 
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -95,7 +97,6 @@ int ParseJplHeader(Reader *r) {
     r->coefficientsPerRecord = coefficients;
     r->recordBytes = coefficients * 8;
     r->coefficientSize = 8;
-    r->cachedRecord = -1;
     return kOk;
 }
 
@@ -125,7 +126,6 @@ bool ParseKqHeader(Reader *r) {
     r->recordBytes = LeInt32(p + 16);
     r->moonFactor = LeDouble(p + 20);
     r->earthFactor = LeDouble(p + 28);
-    r->cachedRecord = -1;
     const bool ready = r->coefficientSize == 8 && r->coefficientsPerRecord >= 1 &&
                        r->coefficientsPerRecord <= kBufferDoubles && r->recordBytes == r->coefficientsPerRecord * 8 &&
                        CoverageUsable(r->startJd, r->endJd, r->stepDays);
@@ -133,50 +133,63 @@ bool ParseKqHeader(Reader *r) {
     return true;
 }
 
-// Brings record n into the buffer; returns a Code.
-int FetchRecord(Reader *r, int32_t n) {
-    if (n == r->cachedRecord) return kOk;
+// The record cache of one thread: the coefficients of the last record read
+// for each of two handle slots (the main ephemeris and the Moon file open
+// one after the other and so take different slots). Keyed by the reader's
+// serial, which no other reader ever gets, so a stale entry of a closed
+// reader is never taken for a new one. Zero-initialised: serial 0 is empty.
+struct RecordCache {
+    uint64_t serial;
+    int32_t record;
+    double coefficients[kBufferDoubles];
+};
+thread_local RecordCache gRecordCache[2];
+
+std::atomic<uint64_t> gNextSerial{1};
+
+RecordCache &CacheFor(const Reader *r) { return gRecordCache[r->serial & 1]; }
+
+// Brings record n into the calling thread's cache; returns a Code.
+int FetchRecord(const Reader *r, int32_t n, const double **coefficients) {
+    RecordCache &c = CacheFor(r);
+    *coefficients = c.coefficients;
+    if (c.serial == r->serial && n == c.record) return kOk;
+    c.serial = 0;  // whatever happens below, the slot no longer holds a whole record
     const int64_t pos = static_cast<int64_t>(n) * r->recordBytes;
     const size_t want = static_cast<size_t>(r->coefficientsPerRecord);
+    size_t got = 0;
     if (r->memoryImage) {
         const int64_t size = r->memoryEnd - r->memoryImage;
         if (pos < 0 || pos > size) {
             std::fprintf(stderr, "getbuffer: seek error: pos=%lld\n", static_cast<long long>(pos));
             return kReadFailed;
         }
-        r->memoryCursor = r->memoryImage + pos;
-        const size_t avail = static_cast<size_t>(r->memoryEnd - r->memoryCursor) / 8;
-        const size_t got = avail < want ? avail : want;
-        std::memcpy(r->buffer, r->memoryCursor, got * 8);
-        r->memoryCursor += got * 8;
-        if (got != want) {
-            r->cachedRecord = -1;
-            std::fprintf(stderr, "getbuffer: read error: pos=%lld size=%d num=%d\n", static_cast<long long>(pos),
-                         r->coefficientSize, static_cast<int>(got));
-            return kReadFailed;
-        }
+        const size_t avail = static_cast<size_t>(size - pos) / 8;
+        got = avail < want ? avail : want;
+        std::memcpy(c.coefficients, r->memoryImage + pos, got * 8);
     } else {
-        if (!platform::SeekTo(r->stream, pos)) {
+        if (pos < 0) {
             std::fprintf(stderr, "getbuffer: seek error: pos=%lld\n", static_cast<long long>(pos));
             return kReadFailed;
         }
-        const size_t got = std::fread(r->buffer, 8, want, r->stream);
-        if (got != want) {
-            r->cachedRecord = -1;  // the buffer now holds part of another record
-            std::fprintf(stderr, "getbuffer: read error: pos=%lld size=%d num=%d\n", static_cast<long long>(pos),
-                         r->coefficientSize, static_cast<int>(got));
-            return kReadFailed;
-        }
+        const int64_t bytes = platform::ReadAt(r->stream, pos, c.coefficients, want * 8);
+        got = bytes < 0 ? 0 : static_cast<size_t>(bytes) / 8;
     }
-    ToNativeDoubles(r->buffer, static_cast<int>(want));
-    r->cachedRecord = n;
+    if (got != want) {
+        std::fprintf(stderr, "getbuffer: read error: pos=%lld size=%d num=%d\n", static_cast<long long>(pos),
+                     r->coefficientSize, static_cast<int>(got));
+        return kReadFailed;
+    }
+    ToNativeDoubles(c.coefficients, static_cast<int>(want));
+    c.serial = r->serial;
+    c.record = n;
     return kOk;
 }
 
 // Chebyshev evaluation of pointer entry `entry` (0-based) at jd: up to three
 // coordinates into pv[0..2] and their rates (per day) into pv[3..5], in the
 // file's units. Returns a Code.
-int EvaluateComponent(Reader *r, double jd, int entry, double pv[6]) {
+int EvaluateComponent(const Reader *r, double jd, int entry, bool wantVelocity, double pv[6]) {
     const ComponentPointer &c = r->pointers[entry];
     // A component whose coefficients do not lie inside the record is treated
     // as missing, like one with no coefficients at all.
@@ -199,7 +212,8 @@ int EvaluateComponent(Reader *r, double jd, int entry, double pv[6]) {
         frac = t - whole;
     }
     if (!(frac >= 0.0 && frac <= 1.0)) return kOutOfRange;
-    if (FetchRecord(r, n) != kOk) {
+    const double *record = nullptr;
+    if (FetchRecord(r, n, &record) != kOk) {
         std::fprintf(stderr, "getbuffer failed: lRec=%d\n", n);
         return kReadFailed;
     }
@@ -213,14 +227,13 @@ int EvaluateComponent(Reader *r, double jd, int entry, double pv[6]) {
     tp[0] = 1.0;
     if (c.count > 1) tp[1] = tc;
     for (int k = 2; k < c.count; ++k) tp[k] = 2.0 * tc * tp[k - 1] - tp[k - 2];
-    const bool wantVelocity = r->velocityWanted != 0;
     if (wantVelocity) {
         tv[0] = 0.0;
         if (c.count > 1) tv[1] = 1.0;
         for (int k = 2; k < c.count; ++k) tv[k] = 2.0 * tc * tv[k - 1] + 2.0 * tp[k - 1] - tv[k - 2];
     }
     const double rate = 2.0 * c.subintervals / r->stepDays;
-    const double *coef = r->buffer + (c.first - 1) + static_cast<int64_t>(sub) * c.count * c.components;
+    const double *coef = record + (c.first - 1) + static_cast<int64_t>(sub) * c.count * c.components;
     for (int i = 0; i < 6; ++i) pv[i] = 0.0;
     for (int i = 0; i < c.components; ++i) {
         const double *a = coef + i * c.count;
@@ -251,11 +264,10 @@ int EntryOf(int jpl) {
 Reader *gMain = nullptr;
 Reader *gMoon = nullptr;
 
-int QueryHandle(Reader *r, int target, double jde, int center, double pos[3], double vel[3]) {
+int QueryHandle(const Reader *r, int target, double jde, int center, double pos[3], double vel[3]) {
     if (!r || !pos) return 0;
-    r->velocityWanted = vel != nullptr;
     double pv[6];
-    if (Evaluate(r, jde, target, center, pv) != kOk) return 0;
+    if (Evaluate(r, jde, target, center, pv, vel != nullptr) != kOk) return 0;
     for (int i = 0; i < 3; ++i) pos[i] = pv[i];
     if (vel)
         for (int i = 0; i < 3; ++i) vel[i] = pv[3 + i];
@@ -270,13 +282,7 @@ Reader *Open(const char *path) {
         std::fputs("calloc failed\n", stderr);
         return nullptr;
     }
-    r->cachedRecord = -1;
-    r->buffer = static_cast<double *>(std::calloc(kBufferDoubles, sizeof(double)));
-    if (!r->buffer) {
-        std::fputs("calloc failed\n", stderr);
-        Close(r);
-        return nullptr;
-    }
+    r->serial = gNextSerial.fetch_add(1, std::memory_order_relaxed);
     r->stream = platform::OpenForReading(path, "rb");
     if (!r->stream) {
         std::fprintf(stderr, "open %s failed\n", path ? path : "(null)");
@@ -332,7 +338,6 @@ bool ReadIntoMemory(Reader *r) {
                 std::free(image);
             } else {
                 r->memoryImage = image;
-                r->memoryCursor = image;
                 r->memoryEnd = image + size;
                 std::fclose(r->stream);
                 r->stream = nullptr;
@@ -344,22 +349,22 @@ bool ReadIntoMemory(Reader *r) {
     return ok;
 }
 
-int Evaluate(Reader *r, double jd, int target, int center, double pv[6]) {
+int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], bool velocity) {
     if (!r || !r->stream || r->coefficientSize == 0) return kNotReady;
     if (!(jd >= r->startJd && jd <= r->endJd)) return kOutOfRange;
     if (target <= 0 || center <= 0 || target >= 16) return kBadTarget;
     if (center > 12) return kBadCentre;
     if (target == center) return kBadTargetCentre;
 
-    if (target == 14 || target == 15) return EvaluateComponent(r, jd, EntryOf(target), pv);
+    if (target == 14 || target == 15) return EvaluateComponent(r, jd, EntryOf(target), velocity, pv);
 
     // Earth and the barycentric Moon, from the Earth-Moon barycentre B and the
     // geocentric Moon m, when the target or the centre needs them.
     double earth[6] = {}, moonBary[6] = {}, moonGeo[6] = {};
     if (target == 3 || target == 10 || center == 3 || center == 10) {
         double emb[6];
-        int code = EvaluateComponent(r, jd, 2, emb);
-        if (code == kOk) code = EvaluateComponent(r, jd, 9, moonGeo);
+        int code = EvaluateComponent(r, jd, 2, velocity, emb);
+        if (code == kOk) code = EvaluateComponent(r, jd, 9, velocity, moonGeo);
         if (code != kOk) return code;
         for (int i = 0; i < 6; ++i) {
             earth[i] = emb[i] - r->moonFactor * moonGeo[i];
@@ -381,7 +386,7 @@ int Evaluate(Reader *r, double jd, int target, int center, double pv[6]) {
     } else if (target == 12) {
         for (int i = 0; i < 6; ++i) pv[i] = 0.0;
     } else {
-        const int code = EvaluateComponent(r, jd, EntryOf(target), pv);
+        const int code = EvaluateComponent(r, jd, EntryOf(target), velocity, pv);
         if (code != kOk) {
             std::fprintf(stderr, "getpv faield: jd=%f target=%d\n", jd, target);
             return code;
@@ -395,7 +400,7 @@ int Evaluate(Reader *r, double jd, int target, int center, double pv[6]) {
     } else if (center == 10) {
         for (int i = 0; i < 6; ++i) c[i] = moonBary[i];
     } else {
-        const int code = EvaluateComponent(r, jd, EntryOf(center), c);
+        const int code = EvaluateComponent(r, jd, EntryOf(center), velocity, c);
         if (code != kOk) return code;
     }
     for (int i = 0; i < 6; ++i) pv[i] -= c[i];
@@ -405,9 +410,14 @@ int Evaluate(Reader *r, double jd, int target, int center, double pv[6]) {
 void Close(Reader *r) {
     if (!r) return;
     if (r->stream) std::fclose(r->stream);
-    std::free(r->buffer);
     std::free(r->memoryImage);
     std::free(r);
+}
+
+int32_t CachedRecord(const Reader *r) {
+    if (!r) return -1;
+    const RecordCache &c = CacheFor(r);
+    return c.serial == r->serial ? c.record : -1;
 }
 
 int JplNumber(int code) {

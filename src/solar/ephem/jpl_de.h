@@ -41,6 +41,9 @@ struct ComponentPointer {
 
 // One open ephemeris. The fields from startJd to earthFactor are the
 // header fields; a "KQ" file carries exactly them (see docs/data-files.md).
+// After Open (and ReadIntoMemory) the state is read-only: the record being
+// evaluated lives in a per-thread cache (see Evaluate), so any number of
+// threads may query one reader at once.
 struct Reader {
     double startJd, endJd, stepDays;
     double au;     // km per AU
@@ -53,11 +56,9 @@ struct Reader {
     int32_t recordBytes;
     double moonFactor;   // 1 / (1 + emrat)
     double earthFactor;  // emrat / (1 + emrat)
-    unsigned char *memoryImage, *memoryCursor, *memoryEnd;
-    int32_t velocityWanted;
-    int32_t cachedRecord;  // record now in buffer, -1 when none
+    unsigned char *memoryImage, *memoryEnd;
     std::FILE *stream;
-    double *buffer;  // kBufferDoubles
+    uint64_t serial;  // unique per Open in the process: keys the per-thread record cache
 };
 
 // "KQ" header: "KQ", 10 reserved bytes, a little-endian uint32 length L at
@@ -79,8 +80,16 @@ bool ReadIntoMemory(Reader *r);
 // Position then velocity of JPL body `target` (1..15) relative to `center`
 // (1..12) at dynamical Julian date jd: AU and AU/day for bodies, radians and
 // radians/day for nutations (14) and librations (15). Velocities are computed
-// when r->velocityWanted is set (else left 0). Returns a Code.
-int Evaluate(Reader *r, double jd, int target, int center, double pv[6]);
+// when `velocity` is set (else left 0). Returns a Code.
+// Thread rule: the record is read with a positioned read into a cache of the
+// calling thread (one record per thread and handle slot), never through a
+// shared file position or buffer; concurrent calls on one reader are safe
+// and give the same bits as one thread. Close must not race with queries.
+int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], bool velocity);
+
+// Number of the record the calling thread has cached for r, -1 when none
+// (two queries inside one record read the file once).
+int32_t CachedRecord(const Reader *r);
 
 // Closes the stream and frees the buffer, the memory image and the state.
 void Close(Reader *r);

@@ -73,7 +73,9 @@ bool ReadRows(int64_t offset, int rows, double *out) {
         if (offset > gImageSize || gImageSize - offset < static_cast<int64_t>(bytes)) return false;
         std::memcpy(raw, gImage + offset, bytes);
     } else {
-        if (!gFile || !platform::SeekTo(gFile, offset) || std::fread(raw, 1, bytes, gFile) != bytes) return false;
+        // A positioned read: lookups share no file position, so they may run
+        // in several threads at once.
+        if (!gFile || platform::ReadAt(gFile, offset, raw, bytes) != static_cast<int64_t>(bytes)) return false;
     }
     for (int i = 0; i < rows * 6; ++i) out[i] = LeDouble(raw + 8 * i);
     return true;

@@ -18,7 +18,9 @@ int Open(const char *path, bool onMemory);
 // `body` (-3 Earth, 0..7 Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake,
 // 11 Haumea) at Julian date jd (the file's time scale: TT). Returns 1 and
 // fills the outputs, or 0 when the body is absent, jd lies outside the
-// body's [first, last] or a read fails.
+// body's [first, last] or a read fails. Lookups read with positioned reads
+// (or from the image) and change nothing: any number of threads may look up
+// at once between Open and Release.
 int Lookup(int body, double jd, double pos[3], double vel[3]);
 
 // First and last Julian dates of the body's block; 1, or 0 when absent.

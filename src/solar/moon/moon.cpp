@@ -124,8 +124,11 @@ extern "C" void CalcMoon2(ATime *t, BodyPos *out) {
         f[kEclLatGeo] = ad.d;
     } else {
         // The theory's light-time loop works on its ecliptic place.
+        // Two or three passes settle to a second; the cap ends the loop when
+        // the source flips between a file and the theory from one pass to
+        // the next (a file whose first date lies inside the light time).
         double d = kMeanDistanceAu;
-        for (;;) {
+        for (int pass = 0; pass < kvx::body::kMaxLightPasses; ++pass) {
             double lb[2];
             CalcMoonLbr(t->jde - d * kLightDaysPerAu, lb, &f[kGeoDistance]);
             f[kEclLonGeo] = lb[0];

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "math/constants.h"
 #include "solar/body/body_slots.h"
 
 namespace {
@@ -67,10 +68,13 @@ int32_t PhasesFromSeries(const ADate &month, double jd0, MoonPhase *out, int32_t
     const double q0 =
         std::floor(((jd0 - GetJd(&newYear)) / 365.2422 + month.year - 2000.0) * 12.3685 * 4.0);
     int32_t count = 0;
-    for (double q = q0 - 2.0; q <= q0 + 6.0 && count < max; q += 1.0) {
+    // The nine quarters q0 - 2 .. q0 + 6, counted so that the loop ends
+    // whatever q0 is.
+    for (int k = 0; k < 9 && count < max; ++k) {
+        const double q = q0 - 2.0 + k;
         const double t = DtToUt(GetNewMoonJd2000(q * 0.25));
         if (LocalMonth(t, month.tz) != month.month) continue;
-        int phase = static_cast<int>(std::fmod(q, 4.0));
+        int phase = kvx::ToInt32(std::fmod(q, 4.0));
         if (phase < 0) phase += 4;
         out[count].phase = phase;
         out[count].jd = RefinePhase(t, phase);
@@ -96,12 +100,16 @@ int32_t PhasesFromSamples(const ADate &month, double jd0, MoonPhase *out, int32_
         CalcPlanetLbr(-3, times[i], earth, &r);
         CalcMoonLbr(times[i], moon, &dist);
         double e = degmal(moon[0] - (earth[0] + 180.0));
+        // The Moon gains about 12 degrees a day on the Sun, so one or two
+        // turns make the series continuous; the cap of four turns only
+        // bounds the loop for positions that are not finite or not real
+        // (dates far outside every theory).
         if (i > 0)
-            while (e < elong[i - 1]) e += 360.0;
+            for (int turn = 0; turn < 4 && e < elong[i - 1]; ++turn) e += 360.0;
         elong[i] = e;
     }
     double target = (std::floor(elong[0] / 90.0) + 1.0) * 90.0;
-    int phase = static_cast<int>(std::fmod(target / 90.0, 4.0));
+    int phase = kvx::ToInt32(std::fmod(target / 90.0, 4.0)) & 3;  // NaN elongations give phase 0
     int32_t count = 0;
     for (int i = 1; i < kSamples && count < max; ++i) {
         // Only the sample that first passes the target marks its crossing.
@@ -140,6 +148,7 @@ extern "C" int32_t GetMoonPhases(const ADate *month, MoonPhase *out, int32_t max
     if (month == nullptr || out == nullptr || max < 1) return 0;
     const ADate start{month->year, month->month, 1, 0, 0, 0.0, month->tz};
     const double jd0 = GetJd(&start);
+    if (!std::isfinite(jd0)) return 0;  // a non-finite zone
     if (InSeriesRange(jd0)) return PhasesFromSeries(*month, jd0, out, max);
     return PhasesFromSamples(*month, jd0, out, max);
 }

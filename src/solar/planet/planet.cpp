@@ -3,6 +3,7 @@
 #include "solar/planet/planet.h"
 
 #include <cmath>
+#include <limits>
 
 #include "comet/comet.h"
 #include "kvxlib.h"
@@ -57,7 +58,11 @@ int Extrapolate(int code, double jde, double out[3]) {
 void FromMeanElements(int code, double jde, double out[3]) {
     OrbitElm el;
     GetPlanetOrbitElm(code, jde, &el);
-    double ecl[3];
+    // Far outside the range of the elements' polynomials the eccentricity
+    // can leave 0..1; GetPlanetByElement then gives no position, and
+    // neither does this (NaN rather than uninitialised values).
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    double ecl[3] = {none, none, none};
     GetPlanetByElement(&el, jde, ecl, nullptr);
     vec3::EclipticToEquator(GetEp(kJ2000), ecl, out);
 }

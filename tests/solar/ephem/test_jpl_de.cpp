@@ -33,8 +33,7 @@ struct ReaderPtr {
 };
 
 int Eval(Reader *r, double jd, int target, int centre, double pv[6]) {
-    r->velocityWanted = 1;
-    return kvx::jpl::Evaluate(r, jd, target, centre, pv);
+    return kvx::jpl::Evaluate(r, jd, target, centre, pv, true);
 }
 
 // The largest coordinate of a body relative to the barycentre is about 40
@@ -113,12 +112,12 @@ TEST(JplDeReader, ExactEndUsesTheLastRecordAndAMomentLaterFails) {
     ReaderPtr de(kDe);
     double pv[6];
     ASSERT_EQ(Eval(de.r, kEnd, 10, 3, pv), 0);
-    EXPECT_EQ(de.r->cachedRecord, 2 + 22);  // the 23rd data record, not one past it
+    EXPECT_EQ(kvx::jpl::CachedRecord(de.r), 2 + 22);  // the 23rd data record, not one past it
     EXPECT_EQ(Eval(de.r, std::nextafter(kEnd, 1e10), 10, 3, pv), kvx::jpl::kOutOfRange);
     EXPECT_EQ(Eval(de.r, std::nextafter(kStart, 0.0), 10, 3, pv), kvx::jpl::kOutOfRange);
     EXPECT_EQ(Eval(de.r, std::nan(""), 10, 3, pv), kvx::jpl::kOutOfRange);
     ASSERT_EQ(Eval(de.r, kStart, 10, 3, pv), 0);
-    EXPECT_EQ(de.r->cachedRecord, 2);
+    EXPECT_EQ(kvx::jpl::CachedRecord(de.r), 2);
 }
 
 TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
@@ -141,7 +140,7 @@ TEST(JplDeReader, ErrorCodesOfTheEvaluation) {
     ASSERT_EQ(Eval(de.r, 2451545.0, 10, 12, moon), 0);
     for (int i = 0; i < 3; ++i)  // the barycentre of the pair, weighted by EMRAT
         EXPECT_NEAR(emb[i], (81.30056 * earth[i] + moon[i]) / 82.30056, 4.4e-16);
-    EXPECT_EQ(kvx::jpl::Evaluate(nullptr, 2451545.0, 3, 11, pv), kvx::jpl::kNotReady);
+    EXPECT_EQ(kvx::jpl::Evaluate(nullptr, 2451545.0, 3, 11, pv, true), kvx::jpl::kNotReady);
 }
 
 TEST(JplDeReader, OnMemoryHandleAnswersNothing) {

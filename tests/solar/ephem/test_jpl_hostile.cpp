@@ -91,8 +91,7 @@ std::string QueryEverything(kvx::jpl::Reader *r, int *answered) {
         for (int target = 0; target <= 16; ++target)
             for (int centre = 0; centre <= 13; ++centre) {
                 double pv[6];
-                r->velocityWanted = (target + centre) % 2;
-                if (kvx::jpl::Evaluate(r, jd, target, centre, pv) == 0) ++*answered;
+                if (kvx::jpl::Evaluate(r, jd, target, centre, pv, (target + centre) % 2 != 0) == 0) ++*answered;
             }
     }
     return testing::internal::GetCapturedStderr();
@@ -129,17 +128,16 @@ TEST(JplDeHostile, CutRecordPrintsTheReadErrorChain) {
     kvx::jpl::Reader *r = kvx::jpl::Open(path.c_str());
     ASSERT_NE(r, nullptr);
     double pv[6];
-    r->velocityWanted = 0;
-    ASSERT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 5, 11, pv), 0);  // record 2 is whole
+    ASSERT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 5, 11, pv, true), 0);  // record 2 is whole
     testing::internal::CaptureStderr();
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451570.0, 5, 11, pv), kvx::jpl::kReadFailed);  // record 3 is cut
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451570.0, 5, 11, pv, true), kvx::jpl::kReadFailed);  // record 3 is cut
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "getbuffer: read error: pos=24432 size=8 num=509\n"
               "getbuffer failed: lRec=3\n"
               "getpv faield: jd=2451570.000000 target=5\n");
     // The Earth needs two components; its failure has no getpv line.
     testing::internal::CaptureStderr();
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451570.0, 3, 11, pv), kvx::jpl::kReadFailed);
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451570.0, 3, 11, pv, true), kvx::jpl::kReadFailed);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "getbuffer: read error: pos=24432 size=8 num=509\ngetbuffer failed: lRec=3\n");
     kvx::jpl::Close(r);
@@ -149,13 +147,12 @@ TEST(JplDeHostile, AbsurdPointersMakeOnlyThoseComponentsMissing) {
     kvx::jpl::Reader *r = kvx::jpl::Open(Hostile("de_absurd_pointers.bin").c_str());
     ASSERT_NE(r, nullptr);
     double pv[6];
-    r->velocityWanted = 1;
     // Mercury starts past the record, Venus runs past it, Mars has a
     // negative start: missing. Librations are untouched and answer.
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 1, 12, pv), kvx::jpl::kBadTarget);
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 2, 12, pv), kvx::jpl::kBadTarget);
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 4, 12, pv), kvx::jpl::kBadTarget);
-    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 15, 12, pv), 0);
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 1, 12, pv, true), kvx::jpl::kBadTarget);
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 2, 12, pv, true), kvx::jpl::kBadTarget);
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 4, 12, pv, true), kvx::jpl::kBadTarget);
+    EXPECT_EQ(kvx::jpl::Evaluate(r, 2451540.0, 15, 12, pv, true), 0);
     kvx::jpl::Close(r);
 }
 

@@ -1,0 +1,124 @@
+// The body routines and the readers from eight threads at once give the same
+// bits as from one thread: with no data file, with the JPL DE excerpt (main
+// ephemeris, Moon source and nutation), with the Moon position file and with
+// the planet position file (read from the file and from memory). Run under
+// ThreadSanitizer by make check-tsan.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <thread>
+#include <vector>
+
+#include "kvxlib.h"
+#include "solar/ephem/jpl_de.h"
+#include "solar/ephem/jpl_query.h"
+#include "solar/ephem/planet_xyz.h"
+#include "test_support.h"
+
+namespace {
+
+using kvx::test::TestDataPath;
+
+constexpr int kThreads = 8;
+constexpr int kPasses = 4;
+
+// Computes f(k), k < n, on one thread; then kThreads threads, started
+// together, each walk all k kPasses times from their own starting point (so
+// that they ask the readers for different records at the same moment).
+// Returns how many of their results differ from the one thread's.
+template <class T, class F>
+int Differing(int n, F f) {
+    std::vector<T> single(n);
+    for (int k = 0; k < n; ++k) single[k] = f(k);
+    std::atomic<int> ready{0}, differing{0};
+    std::vector<std::thread> pool;
+    for (int i = 0; i < kThreads; ++i)
+        pool.emplace_back([&, i] {
+            ready.fetch_add(1);
+            while (ready.load() < kThreads) std::this_thread::yield();
+            for (int pass = 0; pass < kPasses; ++pass)
+                for (int m = 0; m < n; ++m) {
+                    const int k = (m + i * n / kThreads) % n;
+                    if (!(f(k) == single[k])) differing.fetch_add(1);
+                }
+        });
+    for (auto &t : pool) t.join();
+    return differing.load();
+}
+
+// The Sun, the Moon and the twelve planets for an ATime filled from a civil
+// date (nutation from the DE file when one is loaded), compared bit for bit
+// (ATime's padding after minute left out).
+struct Result {
+    ATime t;
+    BodyPos pos[15];
+    bool operator==(const Result &o) const {
+        constexpr size_t from = offsetof(ATime, second);
+        return t.year == o.t.year && t.month == o.t.month && t.day == o.t.day && t.hour == o.t.hour &&
+               t.minute == o.t.minute &&
+               std::memcmp(reinterpret_cast<const char *>(&t) + from, reinterpret_cast<const char *>(&o.t) + from,
+                           sizeof(ATime) - from) == 0 &&
+               std::memcmp(pos, o.pos, sizeof pos) == 0;
+    }
+};
+
+Result Bodies(int k) {
+    Result r;
+    std::memset(&r, 0, sizeof r);
+    const Observer tokyo{35.68, 139.77, 40.0};
+    ADate d{};
+    JdToDate2(2451540.25 + (k % 2 ? 40.0 : 9.3) * k + 0.17 * (k % 5), &d);  // inside the excerpts
+    SetATimeDate(&d, &tokyo, &r.t);
+    CalcSun(&r.t, &r.pos[0]);
+    CalcMoon(&r.t, &r.pos[1], &r.pos[0]);
+    CalcMoon2(&r.t, &r.pos[2]);
+    for (int p = 0; p < 12; ++p) CalcPlanet(p, &r.t, &r.pos[0], &r.pos[3 + p]);
+    return r;
+}
+
+// One reader alone in a tight loop, at dates from `first` over `span` days
+// that jump across its records: far more overlapping reads.
+template <class Query>
+int QueriesDiffering(double first, double span, Query query) {
+    return Differing<std::array<double, 3>>(512, [=](int k) {
+        std::array<double, 3> p{-1, -1, -1};
+        if (!query(first + std::fmod(37.3901 * k, span), p.data())) p[0] = -2;
+        return p;
+    });
+}
+
+TEST(Reentrancy, WithoutDataFiles) { EXPECT_EQ(Differing<Result>(48, Bodies), 0); }
+
+TEST(Reentrancy, WithTheDeExcerpt) {
+    ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
+    ASSERT_TRUE(kvx::jpl::LoadMoonFile(TestDataPath("de405_2000.bin").c_str()));
+    EXPECT_EQ(Differing<Result>(48, Bodies), 0);
+    auto moon = [](double t, double *p) { return kvx::jpl::Query(-1, t, -3, p, nullptr); };
+    EXPECT_EQ(QueriesDiffering(2451537.0, 730.0, moon), 0);
+    kvx::jpl::CloseMoon();
+    kvx::jpl::CloseMain();
+}
+
+TEST(Reentrancy, WithTheMoonFile) {
+    ASSERT_TRUE(kvx::jpl::LoadMoonFile(TestDataPath("moon.xyz").c_str()));
+    EXPECT_EQ(Differing<Result>(48, Bodies), 0);
+    auto moon = [](double t, double *p) { return kvx::jpl::MoonQuery(10, t, 3, p, nullptr); };
+    EXPECT_EQ(QueriesDiffering(2451569.0, 159.0, moon), 0);
+    kvx::jpl::CloseMoon();
+}
+
+TEST(Reentrancy, WithThePlanetFile) {
+    for (bool onMemory : {false, true}) {
+        ASSERT_EQ(kvx::planetxyz::Open(TestDataPath("planet.xyz").c_str(), onMemory), 1);
+        EXPECT_EQ(Differing<Result>(48, Bodies), 0) << onMemory;
+        auto jupiter = [](double t, double *p) { return kvx::planetxyz::Lookup(3, t, p, nullptr); };
+        EXPECT_EQ(QueriesDiffering(2451537.0, 730.0, jupiter), 0) << onMemory;
+        kvx::planetxyz::Release();
+    }
+}
+
+}  // namespace
