@@ -210,6 +210,7 @@ std::string ModelNote(const Satellite &s) {
 
 int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool json) {
     const Lla lla{place.observer.latitude, place.observer.longitude, place.observer.height};
+    if (!json) PrintHeader(place, jd);
     std::vector<std::string> items;
     for (const auto &s : sats) {
         double r[3];
@@ -249,7 +250,7 @@ int Now(const std::vector<Satellite> &sats, const Place &place, double jd, bool 
     }
     if (json) {
         Json out;
-        out.Num("jd", jd).Raw("satellites", JsonArray(items));
+        out.Num("jd", jd).When(place, jd).Raw("satellites", JsonArray(items));
         std::printf("%s\n", out.Text().c_str());
     }
     return 0;
