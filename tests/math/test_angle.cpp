@@ -108,11 +108,7 @@ TEST(Lagrange, ExactForPolynomialsAndZeroForNoPoints) {
 }
 
 TEST(Lsqrt, FloorOfTheSquareRoot) {
-    EXPECT_EQ(lsqrt(0), 0);
-    EXPECT_EQ(lsqrt(1), 1);
-    EXPECT_EQ(lsqrt(15), 3);
-    EXPECT_EQ(lsqrt(16), 4);
-    EXPECT_EQ(lsqrt(2147483647), 46340);
+    EXPECT_EQ(lsqrt(2147483647), 46340);  // the loop below checks every value up to 100000
     EXPECT_EQ(lsqrt(-5), 0);  // undefined input: no division by zero
     for (int64_t n = 0; n < 2147483647; n += (n < 100000 ? 1 : 9973 + n / 1000)) {
         const int32_t r = lsqrt(static_cast<int32_t>(n));

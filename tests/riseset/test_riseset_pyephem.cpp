@@ -30,33 +30,29 @@ struct Case {
     Ad star;
 };
 
-// Geometric altitude (degrees) of the search's own place of the body.
-double Altitude(const Case &c, double t) {
+// The search's own place of the body (right ascension, declination).
+Ad Place(const Case &c, double t, bool transitFrame = false) {
     ATime at;
     SetATimeJd(t, c.date.tz, &c.obs, &at);
-    double ra = 0.0, dec = 0.0;
-    BodyPlace(c.body, &c.star, at, false, &ra, &dec);
-    const double h = (GetLst(t, c.obs.longitude) - ra) * kDeg;
-    const double s = std::sin(c.obs.latitude * kDeg) * std::sin(dec * kDeg) +
-                     std::cos(c.obs.latitude * kDeg) * std::cos(dec * kDeg) * std::cos(h);
-    return std::asin(s) / kDeg;
+    Ad p{0.0, 0.0};
+    BodyPlace(c.body, &c.star, at, transitFrame, &p.a, &p.d);
+    return p;
 }
 
 // Hour angle (degrees, -180..180) of the search's place.
 double HourAngle(const Case &c, double t, bool transitFrame) {
-    ATime at;
-    SetATimeJd(t, c.date.tz, &c.obs, &at);
-    double ra = 0.0, dec = 0.0;
-    BodyPlace(c.body, &c.star, at, transitFrame, &ra, &dec);
-    return std::remainder(GetLst(t, c.obs.longitude) - ra, 360.0);
+    return std::remainder(GetLst(t, c.obs.longitude) - Place(c, t, transitFrame).a, 360.0);
 }
 
-double Declination(const Case &c, double t) {
-    ATime at;
-    SetATimeJd(t, c.date.tz, &c.obs, &at);
-    double ra = 0.0, dec = 0.0;
-    BodyPlace(c.body, &c.star, at, false, &ra, &dec);
-    return dec;
+double Declination(const Case &c, double t) { return Place(c, t).d; }
+
+// Geometric altitude (degrees) of the search's own place of the body.
+double Altitude(const Case &c, double t) {
+    const Ad p = Place(c, t);
+    const double h = (GetLst(t, c.obs.longitude) - p.a) * kDeg, dec = p.d * kDeg;
+    return std::asin(std::sin(c.obs.latitude * kDeg) * std::sin(dec) +
+                     std::cos(c.obs.latitude * kDeg) * std::cos(dec) * std::cos(h)) /
+           kDeg;
 }
 
 // The correction c of the standard horizon as the search applies it.
@@ -118,6 +114,15 @@ const char *BodyName(int code) {
     return names.at(code);
 }
 
+// A case from a reference row's observer and local day.
+template <typename Row>
+Case RowCase(const Row &row, int body, Ad star = Ad{0.0, 0.0}) {
+    return Case{body, {row["lat"], row["lon"], row["height"]},
+                ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0, 0,
+                      0.0, row["tz"]},
+                star};
+}
+
 TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
     const Reference ref("riseset_pyephem.txt", {"body", "lat", "lon", "height", "year", "month", "day", "tz", "event",
                                                 "ra", "dec", "state", "jd"});
@@ -148,10 +153,7 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
          "and not a transit that the fallback puts on the neighbouring day"},
     });
     for (const auto &row : ref) {
-        Case c{static_cast<int>(row["body"]), {row["lat"], row["lon"], row["height"]},
-               ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0,
-                     0, 0.0, row["tz"]},
-               Ad{row["ra"], row["dec"]}};
+        Case c = RowCase(row, static_cast<int>(row["body"]), Ad{row["ra"], row["dec"]});
         const int event = static_cast<int>(row["event"]);
         InitRiseSet(&c.date, &c.obs);
         double tk = 0.0;
@@ -192,10 +194,7 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
     });
     int mismatches = 0;
     for (const auto &row : ref) {
-        Case c{kSun, {row["lat"], row["lon"], row["height"]},
-               ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0,
-                     0, 0.0, row["tz"]},
-               Ad{0.0, 0.0}};
+        Case c = RowCase(row, kSun);
         const int event = static_cast<int>(row["event"]);
         const int deg = static_cast<int>(row["altitude"]);
         double tk = 0.0;
@@ -228,10 +227,7 @@ TEST(RiseSetPyEphem, PolarDayNightAndPoleTransit) {
     });
     int poleTransits = 0;
     for (const auto &row : ref) {
-        Case c{kSun, {row["lat"], row["lon"], row["height"]},
-               ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0,
-                     0, 0.0, row["tz"]},
-               Ad{0.0, 0.0}};
+        Case c = RowCase(row, kSun);
         const int event = static_cast<int>(row["event"]);
         InitRiseSet(&c.date, &c.obs);
         double tk = 0.0;
