@@ -145,7 +145,7 @@ bool Digits(const char *&s, int maxDigits, long long *out) {
     return n > 0;
 }
 
-std::string YearRange() { return std::to_string(kMinYear) + ".." + std::to_string(kMaxYear); }
+std::string YearRange(int first = kMinYear, int last = kMaxYear) { return std::to_string(first) + ".." + std::to_string(last); }
 
 }  // namespace
 
@@ -203,19 +203,19 @@ ADate LocalDate(const Place &place, double jd) {
     return d;
 }
 
-int ParseYear(const std::string &text) {
+int ParseYear(const std::string &text, int first, int last) {
     const char *s = text.c_str();
     const bool negative = *s == '-';
     if (*s == '-' || *s == '+') ++s;
     long long y = 0;
     if (!Digits(s, 7, &y) || *s != '\0') {
         if (!text.empty() && text.find_first_not_of("+-0123456789") == std::string::npos)
-            throw UsageError{"year '" + text + "' outside the supported years " + YearRange()};
-        throw UsageError{"bad year '" + text + "' (a whole number " + YearRange() + ")"};
+            throw UsageError{"year '" + text + "' outside the supported years " + YearRange(first, last)};
+        throw UsageError{"bad year '" + text + "' (a whole number " + YearRange(first, last) + ")"};
     }
     if (negative) y = -y;
-    if (y < kMinYear || y > kMaxYear)
-        throw UsageError{"year '" + text + "' outside the supported years " + YearRange()};
+    if (y < first || y > last)
+        throw UsageError{"year '" + text + "' outside the supported years " + YearRange(first, last)};
     return static_cast<int>(y);
 }
 

@@ -96,8 +96,9 @@ ADate ParseDate(const std::string &text, Place *place);
 // The instant of --date, or now.
 ADate DateOption(const Args &args, double tz);
 ADate DateOption(const Args &args, Place *place);
-// A year number as the command line accepts it (kMinYear..kMaxYear).
-int ParseYear(const std::string &text);
+// A year number as the command line accepts it (first..last, by default
+// kMinYear..kMaxYear).
+int ParseYear(const std::string &text, int first = kMinYear, int last = kMaxYear);
 
 std::string FormatDate(const ADate &d);  // 2024-03-01T12:34:56.789
 // The ISO 8601 date-time of a universal-time Julian date in zone tz, to the

@@ -34,10 +34,8 @@ std::string LocalIso(double jd, double tz) {
 int RunEclipses(const Args &args) {
     args.ExpectPositional(1, 1);
     const Place place = PlaceFrom(args);
-    const double yearNumber = ParseNumber(args.Positional()[0], "year");
-    if (yearNumber != std::floor(yearNumber) || yearNumber < -1000 || yearNumber > 5000)
-        throw UsageError{"year must be a whole number from -1000 to 5000"};
-    const int year = static_cast<int>(yearNumber);
+    // The years of the phase series the searches start from.
+    const int year = ParseYear(args.Positional()[0], -1000, 5000);
     LunarEclipse list[8];
     const int n = GetLunarEclipses(year, list, 8);
     const char *const names[6] = {"p1", "u1", "u2", "u3", "u4", "p4"};

@@ -59,10 +59,8 @@ int BodyCode(const std::string &name) {
 int RunEvents(const Args &args) {
     args.ExpectPositional(1, 1);
     const Place place = PlaceFrom(args);
-    const double yearNumber = ParseNumber(args.Positional()[0], "year");
-    if (yearNumber != std::floor(yearNumber) || yearNumber < -1000 || yearNumber > 5000)
-        throw UsageError{"year must be a whole number from -1000 to 5000"};
-    const int year = static_cast<int>(yearNumber);
+    // The years of the phase series the searches start from.
+    const int year = ParseYear(args.Positional()[0], -1000, 5000);
     std::vector<PlanetEvent> events;
     if (const auto body = args.Option("body")) {
         events.resize(2000);

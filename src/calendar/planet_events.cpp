@@ -20,6 +20,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/root_find.h"
 #include "solar/body/body_slots.h"
 
 namespace {
@@ -96,52 +97,16 @@ Place PlaceOf(int body, double jd) {
     return p;
 }
 
-// Root of f between a and b (f(a) and f(b) of opposite signs).
+// Root of f between a and b (f(a) and f(b) of opposite signs), to a second.
 template <class F>
 double Root(double a, double b, F &&f) {
-    double fa = f(a), fb = f(b);
-    int side = 0;
-    for (int i = 0; i < kMaxIterations && std::fabs(b - a) > kTolerance; ++i) {
-        double x = fb != fa ? b - fb * (b - a) / (fb - fa) : 0.5 * (a + b);
-        if (!(x > std::fmin(a, b) && x < std::fmax(a, b))) x = 0.5 * (a + b);
-        const double fx = f(x);
-        if ((fx < 0.0) == (fa < 0.0)) {
-            a = x;
-            fa = fx;
-            if (side == -1) fb *= 0.5;
-            side = -1;
-        } else {
-            b = x;
-            fb = fx;
-            if (side == 1) fa *= 0.5;
-            side = 1;
-        }
-    }
-    return 0.5 * (a + b);
+    return kvx::IllinoisRoot(a, b, f, kTolerance, kMaxIterations);
 }
 
-// Instant of the least value of f in [a, b] (golden-section search).
+// Instant of the least value of f in [a, b], to a second.
 template <class F>
 double Minimum(double a, double b, F &&f) {
-    const double g = (std::sqrt(5.0) - 1.0) / 2.0;
-    double x1 = b - g * (b - a), x2 = a + g * (b - a);
-    double f1 = f(x1), f2 = f(x2);
-    for (int i = 0; i < kMaxIterations && b - a > kTolerance; ++i) {
-        if (f1 < f2) {
-            b = x2;
-            x2 = x1;
-            f2 = f1;
-            x1 = b - g * (b - a);
-            f1 = f(x1);
-        } else {
-            a = x1;
-            x1 = x2;
-            f1 = f2;
-            x2 = a + g * (b - a);
-            f2 = f(x2);
-        }
-    }
-    return 0.5 * (a + b);
+    return kvx::GoldenMinimum(a, b, f, kTolerance, kMaxIterations);
 }
 
 class Almanac {

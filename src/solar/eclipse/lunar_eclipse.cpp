@@ -21,6 +21,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/root_find.h"
 #include "solar/body/body_slots.h"
 #include "solar/moon/moon_theory.h"
 
@@ -105,25 +106,7 @@ Shadow ShadowAt(double jd) {
 // The least separation in [lo, hi] by golden-section search (the separation
 // has one minimum round a full Moon).
 double GreatestEclipse(double lo, double hi) {
-    const double g = (std::sqrt(5.0) - 1.0) / 2.0;
-    double x1 = hi - g * (hi - lo), x2 = lo + g * (hi - lo);
-    double f1 = ShadowAt(x1).separation, f2 = ShadowAt(x2).separation;
-    for (int i = 0; i < kMaxIterations && hi - lo > kInstantTolerance; ++i) {
-        if (f1 < f2) {
-            hi = x2;
-            x2 = x1;
-            f2 = f1;
-            x1 = hi - g * (hi - lo);
-            f1 = ShadowAt(x1).separation;
-        } else {
-            lo = x1;
-            x1 = x2;
-            f1 = f2;
-            x2 = lo + g * (hi - lo);
-            f2 = ShadowAt(x2).separation;
-        }
-    }
-    return 0.5 * (lo + hi);
+    return kvx::GoldenMinimum(lo, hi, [](double jd) { return ShadowAt(jd).separation; }, kInstantTolerance, kMaxIterations);
 }
 
 // Which circle a contact is on: the Moon's limb on the penumbra or umbra
@@ -148,26 +131,7 @@ double Excess(double jd, Contact c) {
 // which the excess crosses 0: regula falsi with the Illinois modification,
 // falling back to bisection, ended at the tolerance or the cap.
 double ContactBetween(double inside, double outside, Contact c) {
-    double fa = Excess(inside, c), fb = Excess(outside, c);
-    double a = inside, b = outside;
-    int side = 0;
-    for (int i = 0; i < kMaxIterations && std::fabs(b - a) > kInstantTolerance; ++i) {
-        double x = (fb - fa) != 0.0 ? b - fb * (b - a) / (fb - fa) : 0.5 * (a + b);
-        if (!(x > std::fmin(a, b) && x < std::fmax(a, b))) x = 0.5 * (a + b);
-        const double fx = Excess(x, c);
-        if ((fx < 0.0) == (fa < 0.0)) {
-            a = x;
-            fa = fx;
-            if (side == -1) fb *= 0.5;
-            side = -1;
-        } else {
-            b = x;
-            fb = fx;
-            if (side == 1) fa *= 0.5;
-            side = 1;
-        }
-    }
-    return 0.5 * (a + b);
+    return kvx::IllinoisRoot(inside, outside, [c](double jd) { return Excess(jd, c); }, kInstantTolerance, kMaxIterations);
 }
 
 // Universal-time Julian date of the full Moon of lunation k (k + 0.5 in the
