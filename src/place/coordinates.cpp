@@ -118,20 +118,29 @@ constexpr Step kToHub[11][kMaxSteps] = {
 };
 
 void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
-    const FixedFrames &f = Frames();
     switch (step) {
     case kHorizon: toHub ? HorizonToEquator(t, v) : EquatorToHorizon(t, v); break;
     case kPrecession: Apply(toHub ? t.precToJ2000 : t.precFromJ2000, v); break;
     case kNutation: Apply(toHub ? t.nutInvMtx : t.nutMtx, v); break;
     case kAberration: Aberration(t, v, !toHub); break;
     case kEcliptic: Apply(toHub ? t.eclToEq : t.eqToEcl, v); break;
-    case kB1950: Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v); break;
-    case kEclipticJ2000: Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v); break;
-    case kGalactic:
+    case kB1950: {
+        const FixedFrames &f = Frames();
+        Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v);
+        break;
+    }
+    case kEclipticJ2000: {
+        const FixedFrames &f = Frames();
+        Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v);
+        break;
+    }
+    case kGalactic: {
+        const FixedFrames &f = Frames();
         Apply(toHub ? f.galZ1 : f.eqZ1, v);
         Apply(toHub ? f.galX : f.eqX, v);
         Apply(toHub ? f.galZ2 : f.eqZ2, v);
         break;
+    }
     case kNone: break;
     }
 }
@@ -139,14 +148,17 @@ void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
 // Any code outside 1..10 means the hub itself.
 const Step *Chain(int32_t code) { return kToHub[(code >= 1 && code <= 10) ? code : 3]; }
 
+// The chains list their steps first and end at the first kNone.
 void ToHub(const ATime &t, int32_t from, Dc &v) {
     const Step *chain = Chain(from);
-    for (int k = 0; k < kMaxSteps; ++k) Apply(t, chain[k], true, v);
+    for (int k = 0; k < kMaxSteps && chain[k] != kNone; ++k) Apply(t, chain[k], true, v);
 }
 
 void FromHub(const ATime &t, int32_t to, Dc &v) {
     const Step *chain = Chain(to);
-    for (int k = kMaxSteps - 1; k >= 0; --k) Apply(t, chain[k], false, v);
+    int n = 0;
+    while (n < kMaxSteps && chain[n] != kNone) ++n;
+    for (int k = n - 1; k >= 0; --k) Apply(t, chain[k], false, v);
 }
 
 }  // namespace
