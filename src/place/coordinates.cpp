@@ -21,6 +21,7 @@
 //    local apparent sidereal time; no refraction, no diurnal parallax.
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "place/apparent.h"
 
 namespace {
@@ -57,7 +58,13 @@ const FixedFrames &Frames() {
     return frames;
 }
 
-void Apply(const double m[9], Dc &v) { RotateDc(&v, m, &v); }
+// v = m v, the product of RotateDc.
+void Apply(const double m[9], Dc &v) {
+    const double in[3] = {v.x, v.y, v.z};
+    double out[3];
+    kvx::vec3::Rotate(m, in, out);
+    v = Dc{out[0], out[1], out[2]};
+}
 
 void Aberration(const ATime &t, Dc &v, bool add) {
     const double in[3] = {v.x, v.y, v.z};
@@ -117,7 +124,7 @@ constexpr Step kToHub[11][kMaxSteps] = {
     {kGalactic, kB1950},                                      // 10
 };
 
-void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
+[[gnu::always_inline]] inline void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
     switch (step) {
     case kHorizon: toHub ? HorizonToEquator(t, v) : EquatorToHorizon(t, v); break;
     case kPrecession: Apply(toHub ? t.precToJ2000 : t.precFromJ2000, v); break;
