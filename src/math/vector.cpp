@@ -5,6 +5,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 
 using kvx::DegToRad;
 using kvx::RadToDeg;
@@ -107,11 +108,7 @@ extern "C" Dc *RotateDc(const Dc *v, const double m[9], Dc *out) {
 
 extern "C" void MulMatrix(const double a[9], const double b[9], double out[9]) {
     if (!a || !b || !out) return;
-    double r[9];
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            r[3 * i + j] = a[3 * i] * b[j] + a[3 * i + 1] * b[3 + j] + a[3 * i + 2] * b[6 + j];
-    for (int k = 0; k < 9; ++k) out[k] = r[k];
+    kvx::vec3::Product(a, b, out);
 }
 
 // The determinant is expanded along the first row; on a rotation the result
@@ -143,10 +140,7 @@ extern "C" double *UnitMatrix(double out[9]) {
 
 extern "C" void RotateX(double a, double out[9]) {
     if (!out) return;
-    const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
-    out[0] = 1.0; out[1] = 0.0; out[2] = 0.0;
-    out[3] = 0.0; out[4] = c;   out[5] = s;
-    out[6] = 0.0; out[7] = -s;  out[8] = c;
+    kvx::vec3::RotationX(a, out);
 }
 
 extern "C" void RotateY(double a, double out[9]) {
@@ -159,10 +153,7 @@ extern "C" void RotateY(double a, double out[9]) {
 
 extern "C" void RotateZ(double a, double out[9]) {
     if (!out) return;
-    const double r = DegToRad(a), c = std::cos(r), s = std::sin(r);
-    out[0] = c;   out[1] = s;   out[2] = 0.0;
-    out[3] = -s;  out[4] = c;   out[5] = 0.0;
-    out[6] = 0.0; out[7] = 0.0; out[8] = 1.0;
+    kvx::vec3::RotationZ(a, out);
 }
 
 extern "C" void RotatePrm1(double a, double b, double out[9]) {

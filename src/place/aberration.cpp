@@ -49,7 +49,7 @@ AberrationTerms Evaluate(double jde, double epsTrue) {
 // the routines of one instant (the Sun, the Moon, each planet, the
 // conversions) ask for the same ones in turn: the last instant's terms are
 // kept per thread.
-AberrationTerms MakeAberrationTerms(const ATime &t) {
+const AberrationTerms &MakeAberrationTerms(const ATime &t) {
     struct Last {
         double jde, epsTrue;
         bool valid;
@@ -120,6 +120,6 @@ void ApplyAberration(const AberrationTerms &a, const double v[3], bool add, doub
 
 extern "C" void AnnualAberration(const ATime *t, const double v[3], int32_t add, double out[3]) {
     if (!t || !v || !out) return;
-    const kvx::place::AberrationTerms a = kvx::place::MakeAberrationTerms(*t);
+    const kvx::place::AberrationTerms &a = kvx::place::MakeAberrationTerms(*t);
     kvx::place::ApplyAberration(a, v, add != 0, out);
 }

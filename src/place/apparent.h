@@ -15,7 +15,9 @@ struct AberrationTerms {
     double sinS, cosS, sinW, cosW, sinE, cosE;
 };
 
-AberrationTerms MakeAberrationTerms(const ATime &t);
+// The terms of t's instant. The reference is to the calling thread's copy of
+// the last instant's terms: valid until the thread's next call.
+const AberrationTerms &MakeAberrationTerms(const ATime &t);
 
 // d = the aberration displacement of the unit direction p (not normalised).
 void AberrationDisplacement(const AberrationTerms &a, const double p[3], double d[3]);

@@ -21,6 +21,7 @@
 //    local apparent sidereal time; no refraction, no diurnal parallax.
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "place/apparent.h"
 
 namespace {
@@ -57,7 +58,13 @@ const FixedFrames &Frames() {
     return frames;
 }
 
-void Apply(const double m[9], Dc &v) { RotateDc(&v, m, &v); }
+// v = m v, the product of RotateDc.
+void Apply(const double m[9], Dc &v) {
+    const double in[3] = {v.x, v.y, v.z};
+    double out[3];
+    kvx::vec3::Rotate(m, in, out);
+    v = Dc{out[0], out[1], out[2]};
+}
 
 void Aberration(const ATime &t, Dc &v, bool add) {
     const double in[3] = {v.x, v.y, v.z};
@@ -117,21 +124,30 @@ constexpr Step kToHub[11][kMaxSteps] = {
     {kGalactic, kB1950},                                      // 10
 };
 
-void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
-    const FixedFrames &f = Frames();
+[[gnu::always_inline]] inline void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
     switch (step) {
     case kHorizon: toHub ? HorizonToEquator(t, v) : EquatorToHorizon(t, v); break;
     case kPrecession: Apply(toHub ? t.precToJ2000 : t.precFromJ2000, v); break;
     case kNutation: Apply(toHub ? t.nutInvMtx : t.nutMtx, v); break;
     case kAberration: Aberration(t, v, !toHub); break;
     case kEcliptic: Apply(toHub ? t.eclToEq : t.eqToEcl, v); break;
-    case kB1950: Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v); break;
-    case kEclipticJ2000: Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v); break;
-    case kGalactic:
+    case kB1950: {
+        const FixedFrames &f = Frames();
+        Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v);
+        break;
+    }
+    case kEclipticJ2000: {
+        const FixedFrames &f = Frames();
+        Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v);
+        break;
+    }
+    case kGalactic: {
+        const FixedFrames &f = Frames();
         Apply(toHub ? f.galZ1 : f.eqZ1, v);
         Apply(toHub ? f.galX : f.eqX, v);
         Apply(toHub ? f.galZ2 : f.eqZ2, v);
         break;
+    }
     case kNone: break;
     }
 }
@@ -139,14 +155,17 @@ void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
 // Any code outside 1..10 means the hub itself.
 const Step *Chain(int32_t code) { return kToHub[(code >= 1 && code <= 10) ? code : 3]; }
 
+// The chains list their steps first and end at the first kNone.
 void ToHub(const ATime &t, int32_t from, Dc &v) {
     const Step *chain = Chain(from);
-    for (int k = 0; k < kMaxSteps; ++k) Apply(t, chain[k], true, v);
+    for (int k = 0; k < kMaxSteps && chain[k] != kNone; ++k) Apply(t, chain[k], true, v);
 }
 
 void FromHub(const ATime &t, int32_t to, Dc &v) {
     const Step *chain = Chain(to);
-    for (int k = kMaxSteps - 1; k >= 0; --k) Apply(t, chain[k], false, v);
+    int n = 0;
+    while (n < kMaxSteps && chain[n] != kNone) ++n;
+    for (int k = n - 1; k >= 0; --k) Apply(t, chain[k], false, v);
 }
 
 }  // namespace

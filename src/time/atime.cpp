@@ -59,22 +59,49 @@ void CommonFill(const Observer *obs, bool libraryDeltaT, ATime *t) {
         GetTopocenter(obs, t->jd, t->obsPos);
 }
 
+// The observer's place on the ellipsoid in km: x1, y1 in the equator
+// (from the meridian of Greenwich), z along the axis.
+struct EllipsoidPlace {
+    double x1, y1, z;
+};
+
+EllipsoidPlace PlaceOnEllipsoid(const Observer &obs, double e2, double oneMinusE2, double a) {
+    const double phi = kvx::DegToRad(obs.latitude);
+    const double lambda = kvx::DegToRad(obs.longitude);
+    const double sinPhi = std::sin(phi);
+    const double n = a / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
+    const double h = obs.height / 1000.0;
+    const double rhoC = (n + h) * std::cos(phi);
+    return {rhoC * std::cos(lambda), rhoC * std::sin(lambda), (oneMinusE2 * n + h) * sinPhi};
+}
+
+// The place depends on the observer and the ellipsoid alone, and a run of
+// fills is usually for one observer: the last one is kept per thread.
+EllipsoidPlace CachedPlace(const Observer &obs, double e2, double oneMinusE2, double a) {
+    struct Last {
+        double key[6];
+        EllipsoidPlace place;
+    };
+    thread_local Last last{{std::nan(""), 0.0, 0.0, 0.0, 0.0, 0.0}, {}};
+    const double key[6] = {obs.latitude, obs.longitude, obs.height, e2, oneMinusE2, a};
+    bool same = true;
+    for (int k = 0; k < 6; ++k) same = same && key[k] == last.key[k];
+    if (!same) {
+        last.place = PlaceOnEllipsoid(obs, e2, oneMinusE2, a);
+        for (int k = 0; k < 6; ++k) last.key[k] = key[k];
+    }
+    return last.place;
+}
+
 // Observer on an ellipsoid (e2, radius a in km, (1 - e2) given separately so
 // the Earth's stored constant is used as is) turned by the sidereal angle
 // theta (degrees), in AU on the J2000.0 axes.
 void ObserverVector(const Observer *obs, double jd, double theta, double e2, double oneMinusE2, double a,
                     double out[3]) {
-    const double phi = kvx::DegToRad(obs->latitude);
-    const double lambda = kvx::DegToRad(obs->longitude);
-    const double sinPhi = std::sin(phi);
-    const double n = a / std::sqrt(1.0 - e2 * sinPhi * sinPhi);
-    const double h = obs->height / 1000.0;
-    const double rhoC = (n + h) * std::cos(phi);
-    const double x1 = rhoC * std::cos(lambda);
-    const double y1 = rhoC * std::sin(lambda);
+    const EllipsoidPlace p = CachedPlace(*obs, e2, oneMinusE2, a);
     const double th = kvx::DegToRad(theta);
     const double c = std::cos(th), s = std::sin(th);
-    const Dc v{(c * x1 - s * y1) * kAuPerKm, (c * y1 + s * x1) * kAuPerKm, (oneMinusE2 * n + h) * sinPhi * kAuPerKm};
+    const Dc v{(c * p.x1 - s * p.y1) * kAuPerKm, (c * p.y1 + s * p.x1) * kAuPerKm, p.z * kAuPerKm};
     double m[9];
     GetPrecMtx(jd, kvx::kJ2000, m);
     Dc w;

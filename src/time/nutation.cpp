@@ -3,6 +3,7 @@
 // nutation matrix from the mean to the true equator of date.
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "solar/ephem/jpl_query.h"
 #include "time/nutation.h"
 
@@ -32,10 +33,9 @@ extern "C" void GetNutationParam(double jde, double out[2]) {
 
 extern "C" void GetNutationMtx(const double nutation[2], double eps, double out[9]) {
     if (!nutation || !out) return;
-    double a[9], b[9], m[9];
-    RotateX(-(eps + nutation[1]), a);
-    RotateZ(-nutation[0], b);
-    MulMatrix(a, b, m);
-    RotateX(eps, a);
-    MulMatrix(m, a, out);
+    double m[9];
+    kvx::vec3::RotationX(-(eps + nutation[1]), m);
+    kvx::vec3::TurnZ(m, -nutation[0]);
+    kvx::vec3::TurnX(m, eps);
+    for (int k = 0; k < 9; ++k) out[k] = m[k];
 }

@@ -10,6 +10,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/vec3.h"
 #include "place/constellation.h"
 #include "time/precession.h"
 
@@ -88,14 +89,10 @@ void BiasPrecession(double jd, double out[9]) {
         (-0.041775 + 5038.481484 * t + 1.5584175 * t2 - 0.00018522 * t3 - 2.6452e-5 * t4 - 1.48e-8 * t5) *
         kArcsecToDeg;
     // P = Rx(-epsA) Rz(-psi) Rx(phi) Rz(gamma), multiplied from the left.
-    double a[9], b[9], m[9];
-    RotateX(-epsA, a);
-    RotateZ(-psi, b);
-    MulMatrix(a, b, m);
-    RotateX(phi, a);
-    MulMatrix(m, a, m);
-    RotateZ(gamma, a);
-    MulMatrix(m, a, out);
+    vec3::RotationX(-epsA, out);
+    vec3::TurnZ(out, -psi);
+    vec3::TurnX(out, phi);
+    vec3::TurnZ(out, gamma);
 }
 
 void PrecessionBetween(double fromJd, double toJd, DateMatrix *memo, double out[9]) {
@@ -128,7 +125,7 @@ void PrecessionBetween(double fromJd, double toJd, DateMatrix *memo, double out[
         double p[9], inv[9];
         BiasPrecessionAt(start, memo, p);
         GetInvMatrix(p, inv);
-        MulMatrix(m, inv, m);
+        vec3::Product(m, inv, m);
     }
 
     if (clamped != 0) {

@@ -1,13 +1,16 @@
 // Vectors, angle pairs and matrices: directions at the poles and beyond the
-// unit sphere, the frame-rotation sense, and the general inverse. The
+// unit sphere, the frame-rotation sense, the in-place turns, and the general
+// inverse. The
 // products and norms are exercised by every reference comparison.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstring>
 #include <random>
 #include <vector>
 
 #include "kvxlib.h"
+#include "math/vec3.h"
 
 namespace {
 
@@ -78,6 +81,26 @@ TEST(Rotations, FrameSenseAndComposition) {
     EXPECT_NEAR(a.x, b.x, 1e-15);
     EXPECT_NEAR(a.y, b.y, 1e-15);
     EXPECT_NEAR(a.z, b.z, 1e-15);
+}
+
+// The precession and nutation chains turn a matrix in place, leaving out
+// the rotation's zero and unit entries: the bits must be those of the full
+// product with RotateX / RotateZ, in every quadrant and for large angles.
+TEST(Rotations, InPlaceTurnsKeepTheBitsOfTheFullProduct) {
+    const double start[9] = {0.9, -0.3, 0.31, 0.28, 0.95, -0.12, -0.33, 0.07, 0.94};
+    for (double a = -1000.0; a <= 1000.0; a += 7.77) {
+        double m[9], r[9], full[9];
+        std::memcpy(m, start, sizeof m);
+        kvx::vec3::TurnX(m, a);
+        RotateX(a, r);
+        MulMatrix(start, r, full);
+        EXPECT_EQ(std::memcmp(m, full, sizeof m), 0) << a;
+        std::memcpy(m, start, sizeof m);
+        kvx::vec3::TurnZ(m, a);
+        RotateZ(a, r);
+        MulMatrix(start, r, full);
+        EXPECT_EQ(std::memcmp(m, full, sizeof m), 0) << a;
+    }
 }
 
 TEST(GetInvMatrix, TimesItsInputIsTheIdentity) {

@@ -95,6 +95,20 @@ TEST(ObserverVector, Gd2gceOfErfaTurnedBySiderealTimeAndPrecessed) {
 // The forward conversion ends on the mean equator of J2000.0 while the
 // inverse starts from the reference frame (frame bias, ~1e-7 rad): a round
 // trip is good to about the bias times the radius.
+// The fill keeps the last observer's place on the ellipsoid per thread:
+// observers differing in one field only must each get GetTopocenter's bits.
+TEST(ObserverVector, KeptPlaceFollowsEveryObserverField) {
+    const Observer obs[4] = {{35.0, 139.0, 40.0}, {35.0, 139.0, 41.0}, {35.0, 139.5, 41.0}, {-35.0, 139.5, 41.0}};
+    for (int k = 0; k < 8; ++k) {
+        const Observer &o = obs[(k * 3) % 4];
+        ATime a;
+        SetATimeJd(2460000.25 + k, 0.0, &o, &a);
+        double want[3];
+        GetTopocenter(&o, a.jd, want);
+        EXPECT_EQ(std::memcmp(a.obsPos, want, sizeof want), 0) << k;
+    }
+}
+
 TEST(ObserverVector, InverseRecoversTheObserver) {
     const double jds[] = {2451545.0, 2460000.3, 2415020.7, 2488070.1};
     int k = 0;

@@ -149,11 +149,13 @@ std::atomic<uint64_t> gNextSerial{1};
 
 RecordCache &CacheFor(const Reader *r) { return gRecordCache[r->serial & 1]; }
 
-// Brings record n into the calling thread's cache; returns a Code.
-int FetchRecord(const Reader *r, int32_t n, const double **coefficients) {
+// Reads record n into the calling thread's cache and points *coefficients
+// at it; returns a Code. Kept out of line: the hit test (Locate) is the
+// common path, and inlined into the Chebyshev evaluation the read would cost
+// that loop its registers.
+[[gnu::noinline]] int FetchRecord(const Reader *r, int32_t n, const double **coefficients) {
     RecordCache &c = CacheFor(r);
     *coefficients = c.coefficients;
-    if (c.serial == r->serial && n == c.record) return kOk;
     c.serial = 0;  // whatever happens below, the slot no longer holds a whole record
     const int64_t pos = static_cast<int64_t>(n) * r->recordBytes;
     const size_t want = static_cast<size_t>(r->coefficientsPerRecord);
@@ -186,10 +188,32 @@ int FetchRecord(const Reader *r, int32_t n, const double **coefficients) {
     return kOk;
 }
 
-// Chebyshev evaluation of pointer entry `entry` (0-based) at jd: up to three
-// coordinates into pv[0..2] and their rates (per day) into pv[3..5], in the
-// file's units. Returns a Code.
-int EvaluateComponent(const Reader *r, double jd, int entry, bool wantVelocity, double pv[6]) {
+// The record of one query and the instant's place in it. Every component of
+// a query comes from the same record, so its number, the fraction and the
+// cache hit test are worked out once per query; a record that is not
+// cached is read by the first component that needs it.
+struct RecordSpot {
+    int32_t n;
+    double frac;
+    const double *coefficients;  // null until the record is in the cache
+};
+
+// jd must lie inside the coverage: t is then at least 0 and below the
+// record limit, so truncation is the floor.
+RecordSpot Locate(const Reader *r, double jd) {
+    const double t = (jd - r->startJd) / r->stepDays;
+    const int32_t whole = static_cast<int32_t>(t);
+    // At the end of the coverage the instant is the end of the last record.
+    const RecordSpot spot = jd == r->endJd ? RecordSpot{whole + 2 - 1, 1.0, nullptr}
+                                           : RecordSpot{whole + 2, t - whole, nullptr};
+    const RecordCache &c = CacheFor(r);
+    return {spot.n, spot.frac, c.serial == r->serial && c.record == spot.n ? c.coefficients : nullptr};
+}
+
+// Chebyshev evaluation of pointer entry `entry` (0-based) at the instant of
+// `spot`: up to three coordinates into pv[0..2] and their rates (per day)
+// into pv[3..5], in the file's units. Returns a Code.
+int EvaluateComponent(const Reader *r, RecordSpot &spot, int entry, bool wantVelocity, double pv[6]) {
     const ComponentPointer &c = r->pointers[entry];
     // A component whose coefficients do not lie inside the record is treated
     // as missing, like one with no coefficients at all.
@@ -200,26 +224,17 @@ int EvaluateComponent(const Reader *r, double jd, int entry, bool wantVelocity, 
     const int64_t span = static_cast<int64_t>(c.count) * c.components * c.subintervals;
     if (c.first - 1 + span > r->coefficientsPerRecord) return kBadTarget;
 
-    const double t = (jd - r->startJd) / r->stepDays;
-    int32_t n;
-    double frac;
-    if (jd == r->endJd) {
-        n = static_cast<int32_t>(std::floor(t)) + 2 - 1;
-        frac = 1.0;
-    } else {
-        const double whole = std::floor(t);
-        n = static_cast<int32_t>(whole) + 2;
-        frac = t - whole;
-    }
+    const double frac = spot.frac;
     if (!(frac >= 0.0 && frac <= 1.0)) return kOutOfRange;
-    const double *record = nullptr;
-    if (FetchRecord(r, n, &record) != kOk) {
-        std::fprintf(stderr, "getbuffer failed: lRec=%d\n", n);
+    if (!spot.coefficients && FetchRecord(r, spot.n, &spot.coefficients) != kOk) {
+        spot.coefficients = nullptr;
+        std::fprintf(stderr, "getbuffer failed: lRec=%d\n", spot.n);
         return kReadFailed;
     }
+    const double *record = spot.coefficients;
 
     const double scaled = frac * c.subintervals;
-    int32_t sub = static_cast<int32_t>(std::floor(scaled));
+    int32_t sub = static_cast<int32_t>(scaled);  // scaled >= 0: truncation is the floor
     if (sub >= c.subintervals) sub = c.subintervals - 1;  // frac = 1: end of the last sub-interval
     const double tc = 2.0 * (scaled - sub) - 1.0;
 
@@ -356,15 +371,16 @@ int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], b
     if (center > 12) return kBadCentre;
     if (target == center) return kBadTargetCentre;
 
-    if (target == 14 || target == 15) return EvaluateComponent(r, jd, EntryOf(target), velocity, pv);
+    RecordSpot spot = Locate(r, jd);
+    if (target == 14 || target == 15) return EvaluateComponent(r, spot, EntryOf(target), velocity, pv);
 
     // Earth and the barycentric Moon, from the Earth-Moon barycentre B and the
     // geocentric Moon m, when the target or the centre needs them.
     double earth[6] = {}, moonBary[6] = {}, moonGeo[6] = {};
     if (target == 3 || target == 10 || center == 3 || center == 10) {
         double emb[6];
-        int code = EvaluateComponent(r, jd, 2, velocity, emb);
-        if (code == kOk) code = EvaluateComponent(r, jd, 9, velocity, moonGeo);
+        int code = EvaluateComponent(r, spot, 2, velocity, emb);
+        if (code == kOk) code = EvaluateComponent(r, spot, 9, velocity, moonGeo);
         if (code != kOk) return code;
         for (int i = 0; i < 6; ++i) {
             earth[i] = emb[i] - r->moonFactor * moonGeo[i];
@@ -386,7 +402,7 @@ int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], b
     } else if (target == 12) {
         for (int i = 0; i < 6; ++i) pv[i] = 0.0;
     } else {
-        const int code = EvaluateComponent(r, jd, EntryOf(target), velocity, pv);
+        const int code = EvaluateComponent(r, spot, EntryOf(target), velocity, pv);
         if (code != kOk) {
             std::fprintf(stderr, "getpv faield: jd=%f target=%d\n", jd, target);
             return code;
@@ -400,7 +416,7 @@ int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], b
     } else if (center == 10) {
         for (int i = 0; i < 6; ++i) c[i] = moonBary[i];
     } else {
-        const int code = EvaluateComponent(r, jd, EntryOf(center), velocity, c);
+        const int code = EvaluateComponent(r, spot, EntryOf(center), velocity, c);
         if (code != kOk) return code;
     }
     for (int i = 0; i < 6; ++i) pv[i] -= c[i];
