@@ -163,28 +163,6 @@ TEST(ASatPasses, ScannerMissesNoPassOfAOneSecondScan) {
     EXPECT_GT(passes, 15);
 }
 
-TEST(ASatPasses, ShortPassBetweenTwoMinuteSamplesIsFound) {
-    // Passes within a degree of the threshold last a few minutes: searched
-    // again from odd seconds, so that the minute samples fall elsewhere.
-    const auto sets = ReadTleFile("asat_pass_sets.tle");
-    int low = 0;
-    for (size_t s = 0; s < 3; ++s)
-        for (int p = 0; p < 4; ++p) {
-            const double from = std::floor(sets[s].epoch) + 0.5;
-            for (const auto &c : Passes(from, from + 2.0, kPlaces[p], sets[s])) {
-                if (c.kind != 2 || c.altitude > -H0(kPlaces[p].height) + 1.0) continue;
-                ++low;
-                for (double shift : {7.0, 23.0, 41.0}) {
-                    const auto again = Passes(from + shift * kSecond, from + 2.0, kPlaces[p], sets[s]);
-                    const ASatPassEvent *d = Nearest(again, 2, c.jd);
-                    ASSERT_NE(d, nullptr);
-                    EXPECT_LT(std::fabs(d->jd - c.jd) * 86400.0, 2.0);
-                }
-            }
-        }
-    EXPECT_GT(low, 0);
-}
-
 TEST(ASatPasses, BoundsVisibilityAndInvalidElements) {
     const auto sets = ReadTleFile("asat_pass_sets.tle");
     const Elm &iss = sets[0];
