@@ -8,16 +8,13 @@
 
 #include "asat/asat_test_util.h"
 
-static_assert(sizeof(TleLines) == 213);
-static_assert(offsetof(Elm, catalogNumber) == 72 && offsetof(Elm, launchYear) == 76 &&
-              offsetof(Elm, launchNumber) == 80 && offsetof(Elm, launchPiece) == 84 &&
-              offsetof(Elm, inclination) == 88 && offsetof(Elm, meanMotion) == 128 &&
+static_assert(sizeof(TleLines) == 213 && sizeof(Elm) == 328 && sizeof(Lla) == 24 && sizeof(ASatPassEvent) == 24);
+static_assert(offsetof(Elm, catalogNumber) == 72 && offsetof(Elm, launchYear) == 76 && offsetof(Elm, launchNumber) == 80 &&
+              offsetof(Elm, launchPiece) == 84 && offsetof(Elm, inclination) == 88 && offsetof(Elm, meanMotion) == 128 &&
               offsetof(Elm, revNumber) == 136 && offsetof(Elm, epoch) == 144 && offsetof(Elm, reserved) == 152 &&
               offsetof(Elm, ndot) == 160 && offsetof(Elm, bstar) == 168 && offsetof(Elm, ephemerisType) == 176 &&
               offsetof(Elm, elementSetNumber) == 180 && offsetof(Elm, line1) == 184 && offsetof(Elm, line2) == 255 &&
-              sizeof(Elm) == 328);
-static_assert(sizeof(Lla) == 24 && sizeof(ASatPassEvent) == 24 && offsetof(ASatPassEvent, jd) == 8 &&
-              offsetof(ASatPassEvent, altitude) == 16);
+              offsetof(ASatPassEvent, jd) == 8 && offsetof(ASatPassEvent, altitude) == 16);
 
 namespace {
 
@@ -29,97 +26,71 @@ constexpr double kRad = 3.141592653589793 / 180.0;
 
 TEST(ASatTle, CutsEveryFieldFromItsColumns) {
     const Elm e = ElmFromLines("ISS (ZARYA)      ", kIss1, kIss2);
-    EXPECT_STREQ(e.name, "ISS (ZARYA)");
-    EXPECT_EQ(e.catalogNumber, 25544);
-    EXPECT_EQ(e.launchYear, 98);
-    EXPECT_EQ(e.launchNumber, 67);
+    EXPECT_STREQ(e.name, "ISS (ZARYA)");  // trailing blanks cut
     EXPECT_EQ(std::memcmp(e.launchPiece, "A  ", 3), 0);
-    EXPECT_DOUBLE_EQ(e.inclination, 51.6416 * kRad);
-    EXPECT_DOUBLE_EQ(e.raan, 247.4627 * kRad);
-    EXPECT_DOUBLE_EQ(e.eccentricity, 0.0006703);
-    EXPECT_DOUBLE_EQ(e.argPerigee, 130.5360 * kRad);
-    EXPECT_DOUBLE_EQ(e.meanAnomaly, 325.0288 * kRad);
-    EXPECT_DOUBLE_EQ(e.meanMotion, 15.72125391 * 2.0 * 3.141592653589793 / 1440.0);
-    EXPECT_EQ(e.revNumber, 56353);
-    EXPECT_NEAR(e.epoch, 2454465.5 + 264.51782528, 1e-8);  // 2008 January 0.0 + day
-    EXPECT_DOUBLE_EQ(e.ndot, -0.00002182);
-    EXPECT_DOUBLE_EQ(e.bstar, -0.11606e-4);
     EXPECT_STREQ(e.ephemerisType, "0");
-    EXPECT_EQ(e.elementSetNumber, 292);
     EXPECT_STREQ(e.line1, kIss1);
     EXPECT_STREQ(e.line2, kIss2);
-}
-
-TEST(ASatTle, EpochPivotsAtFifty) {
+    const int ints[][2] = {{e.catalogNumber, 25544}, {e.launchYear, 98}, {e.launchNumber, 67},
+                           {e.revNumber, 56353},     {e.elementSetNumber, 292}};
+    for (const auto &c : ints) EXPECT_EQ(c[0], c[1]);
+    // The drag field's mantissa carries an implied leading point.
+    const double reals[][2] = {{e.inclination, 51.6416 * kRad}, {e.raan, 247.4627 * kRad}, {e.eccentricity, 0.0006703},
+                               {e.argPerigee, 130.5360 * kRad}, {e.meanAnomaly, 325.0288 * kRad},
+                               {e.meanMotion, 15.72125391 * 2.0 * 3.141592653589793 / 1440.0},
+                               {e.ndot, -0.00002182},           {e.bstar, -0.11606e-4}};
+    for (const auto &c : reals) EXPECT_DOUBLE_EQ(c[0], c[1]) << &c - reals;
+    EXPECT_NEAR(e.epoch, 2454465.5 + 264.51782528, 1e-8);  // 2008 January 0.0 + day
+    // The two-digit year pivots at 50.
     auto epoch = [](const char *field) {
-        std::string l1 = "1 00001U 00001A   ";
-        l1 += field;
-        l1 += "  .00000000  00000-0  00000-0 0    10";
-        return ElmFromLines("", l1, "2").epoch;
+        return ElmFromLines("", std::string("1 00001U 00001A   ") + field + "  .00000000  00000-0  12345-4 0    10", "2");
     };
-    EXPECT_DOUBLE_EQ(epoch("24001.50000000"), 2460311.0);  // 2024 January 1, 12 h
-    EXPECT_DOUBLE_EQ(epoch("99365.00000000"), 2451543.5);  // 1999 December 31, 0 h
-    EXPECT_DOUBLE_EQ(epoch("50001.00000000"), 2433282.5);  // 1950 January 1
-    EXPECT_DOUBLE_EQ(epoch("49001.00000000"), 2469442.5);  // 2049 January 1
-}
-
-TEST(ASatTle, GarbageAndShortLinesGiveZerosAndNamesLoseTrailingBlanks) {
+    EXPECT_DOUBLE_EQ(epoch("24001.50000000").epoch, 2460311.0);  // 2024 January 1, 12 h
+    EXPECT_DOUBLE_EQ(epoch("99365.00000000").epoch, 2451543.5);  // 1999 December 31, 0 h
+    EXPECT_DOUBLE_EQ(epoch("50001.00000000").epoch, 2433282.5);  // 1950 January 1
+    EXPECT_DOUBLE_EQ(epoch("49001.00000000").epoch, 2469442.5);  // 2049 January 1
+    EXPECT_DOUBLE_EQ(epoch("49001.00000000").bstar, 0.12345e-4);
+    // Garbage and short lines give zeros; null pointers are ignored.
     const Elm g = ElmFromLines("      ", "1 xxxxxU garbage", "2 short");
     EXPECT_STREQ(g.name, "");
     EXPECT_EQ(g.catalogNumber, 0);
-    EXPECT_EQ(g.inclination, 0.0);
-    EXPECT_EQ(g.meanMotion, 0.0);
-    EXPECT_EQ(g.bstar, 0.0);
+    EXPECT_EQ(g.inclination + g.meanMotion + g.bstar, 0.0);
     EXPECT_STREQ(g.line2, "2 short");
-    // The drag field's mantissa carries an implied leading point.
-    const Elm d = ElmFromLines("X", "1 00001U 00001A   24001.50000000  .00000000  00000-0  12345-4 0    10", "2");
-    EXPECT_DOUBLE_EQ(d.bstar, 0.12345e-4);
-    // Null pointers are ignored.
     EXPECT_EQ(ASatTleToElm(nullptr, nullptr), 1);
 }
 
-Elm DragSet(double revPerDay, double bstar) {
-    Elm e{};
-    e.launchYear = 98;
-    e.meanMotion = revPerDay * 2.0 * 3.141592653589793 / 1440.0;
-    e.bstar = bstar;
-    e.epoch = 2460311.0;
-    return e;
-}
-
-TEST(ASatValidity, LaunchYearPivotsAtFiftyFive) {
-    Elm e = DragSet(15.0, 0.0);
-    e.launchYear = 57;
-    EXPECT_EQ(ASatIsElmValid(CalcJd(1957, 1, 1.0), &e), 1);
-    EXPECT_EQ(ASatIsElmValid(CalcJd(1956, 12, 31.9), &e), 0);
-    e.launchYear = 55;  // 2055
-    EXPECT_EQ(ASatIsElmValid(CalcJd(2054, 12, 31.0), &e), 0);
-    EXPECT_EQ(ASatIsElmValid(CalcJd(2055, 1, 1.0), &e), 1);
-    EXPECT_EQ(ASatIsElmValid(2451545.0, nullptr), 0);
-}
-
-TEST(ASatValidity, DragLifetimeFromThePerigeeQuantity) {
-    // Negative or small drag never expires (the ISS set's -0.11606e-4).
-    const Elm iss = ElmFromLines("ISS", kIss1, kIss2);
+// Valid from January 1 of the launch year (two digits pivoting at 55) and
+// within the drag lifetime of q = 42241.09773 n^-1.5 (1 - e), n in rev/day,
+// either side of the epoch: (3 q - 1920) / B* / 1440 days from 650 to 680,
+// (0.75 q - 474.5) / B* / 1440 days below, at least one day; no expiry for
+// q >= 680 or B* below 1e-4.
+TEST(ASatValidity, LaunchYearAndDragLifetime) {
+    const struct { int launch; double rev, bstar, jd; int valid; const char *why; } cases[] = {
+        {57, 15.0, 0.0, CalcJd(1957, 1, 1.0), 1, "launched 1957"},
+        {57, 15.0, 0.0, CalcJd(1956, 12, 31.9), 0, "before the launch year"},
+        {55, 15.0, 0.0, CalcJd(2054, 12, 31.0), 0, "55 is 2055"},
+        {55, 15.0, 0.0, CalcJd(2055, 1, 1.0), 1, "55 is 2055"},
+        {98, 16.0, 0.001, 2460311.0 + 41.6, 1, "q = 660.017: 41.70 days"},
+        {98, 16.0, 0.001, 2460311.0 - 41.6, 1, "q = 660.017: 41.70 days before"},
+        {98, 16.0, 0.001, 2460311.0 + 41.8, 0, "q = 660.017: 41.70 days"},
+        {98, 16.2, 0.001, 2460311.0 + 7.8, 1, "q = 647.87: 7.90 days"},
+        {98, 16.2, 0.001, 2460311.0 + 8.0, 0, "q = 647.87: 7.90 days"},
+        {98, 16.2, 0.05, 2460311.0 + 0.99, 1, "a lifetime under a day counts as one"},
+        {98, 16.2, 0.05, 2460311.0 + 1.01, 0, "a lifetime under a day counts as one"},
+        {98, 15.5, 0.001, 2460311.0 + 1000.0, 1, "q = 692.2: no expiry"},
+        {98, 16.0, 0.001, NAN, 0, "no date"},
+    };
+    for (const auto &c : cases) {
+        Elm e{};
+        e.launchYear = c.launch;
+        e.meanMotion = c.rev * 2.0 * 3.141592653589793 / 1440.0;
+        e.bstar = c.bstar;
+        e.epoch = 2460311.0;
+        EXPECT_EQ(ASatIsElmValid(c.jd, &e), c.valid) << c.why;
+    }
+    const Elm iss = ElmFromLines("ISS", kIss1, kIss2);  // negative drag never expires
     EXPECT_EQ(ASatIsElmValid(iss.epoch + 3650.0, &iss), 1);
-    // n = 16 rev/day, e = 0: q = 42241.09773 / 64 = 660.017 (upper piece):
-    // (3 q - 1920) / 0.001 / 1440 = 41.70 days either side of the epoch.
-    const Elm upper = DragSet(16.0, 0.001);
-    EXPECT_EQ(ASatIsElmValid(upper.epoch + 41.6, &upper), 1);
-    EXPECT_EQ(ASatIsElmValid(upper.epoch - 41.6, &upper), 1);
-    EXPECT_EQ(ASatIsElmValid(upper.epoch + 41.8, &upper), 0);
-    // n = 16.2: q = 647.87 (lower piece): (0.75 q - 474.5) / 0.001 / 1440 = 7.90 days.
-    const Elm lower = DragSet(16.2, 0.001);
-    EXPECT_EQ(ASatIsElmValid(lower.epoch + 7.8, &lower), 1);
-    EXPECT_EQ(ASatIsElmValid(lower.epoch + 8.0, &lower), 0);
-    // A lifetime under a day counts as one day.
-    const Elm shortLife = DragSet(16.2, 0.05);
-    EXPECT_EQ(ASatIsElmValid(shortLife.epoch + 0.99, &shortLife), 1);
-    EXPECT_EQ(ASatIsElmValid(shortLife.epoch + 1.01, &shortLife), 0);
-    // q >= 680: n = 15.5 gives 692.2, no expiry.
-    const Elm high = DragSet(15.5, 0.001);
-    EXPECT_EQ(ASatIsElmValid(high.epoch + 1000.0, &high), 1);
-    EXPECT_EQ(ASatIsElmValid(NAN, &upper), 0);
+    EXPECT_EQ(ASatIsElmValid(2451545.0, nullptr), 0);
 }
 
 }  // namespace
