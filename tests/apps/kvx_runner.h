@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <initializer_list>
 #include <string>
 
 #include "support/json.h"
@@ -31,8 +32,7 @@ struct KvxResult {
 inline std::string ReadWhole(FILE *f) {
     std::string s;
     char buf[4096];
-    size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) s.append(buf, n);
+    for (size_t n; (n = std::fread(buf, 1, sizeof buf, f)) > 0;) s.append(buf, n);
     return s;
 }
 
@@ -55,6 +55,17 @@ inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
         std::fclose(e);
     }
     std::remove(errFile.c_str());
+    return r;
+}
+
+// A healthy run (exit status 0, nothing at all on stderr) that prints each
+// of `texts`.
+inline KvxResult Ok(const std::string &args, std::initializer_list<const char *> texts = {},
+                    const std::string &env = "") {
+    const KvxResult r = RunKvx(args, env);
+    EXPECT_EQ(r.status, 0) << args << ": " << r.err;
+    EXPECT_EQ(r.err, "") << args;
+    for (const char *text : texts) EXPECT_TRUE(r.Has(text)) << args << ": " << text << "\n" << r.out;
     return r;
 }
 

@@ -16,23 +16,13 @@
 namespace {
 
 using kvx::test::KvxResult;
+using kvx::test::Ok;
 using kvx::test::RunKvx;
-
-// A healthy run: exit status 0 and nothing at all on stderr (the
-// library's start-up lines about missing files are kept off it).
-KvxResult Ok(const std::string &args, const std::string &env = "") {
-    KvxResult r = RunKvx(args, env);
-    EXPECT_EQ(r.status, 0) << args << ": " << r.err;
-    EXPECT_EQ(r.err, "") << args;
-    return r;
-}
 
 TEST(KvxCli, DatesBothWays) {
     EXPECT_EQ(Ok("jd 2000-01-01T21:00 --tz 9 --json").json()["jd"].num(), 2451545.0);
-    EXPECT_TRUE(Ok("jd -0044-03-15T12:00 --tz 0").Has("-0044-03-15T12:00:00.000 +00:00 (--tz)  JD 1705061.0"));
-    const KvxResult r = Ok("date 2299160.5 --tz 0");
-    EXPECT_TRUE(r.Has("1582-10-15T00:00:00.000")) << r.out;
-    EXPECT_TRUE(r.Has("Friday")) << r.out;
+    Ok("jd -0044-03-15T12:00 --tz 0", {"-0044-03-15T12:00:00.000 +00:00 (--tz)  JD 1705061.0"});
+    Ok("date 2299160.5 --tz 0", {"1582-10-15T00:00:00.000", "Friday"});
     const auto d = Ok("date 2451545 --tz 9 --json").json();
     EXPECT_EQ(d["hour"].num(), 21.0);
     EXPECT_EQ(d["weekday"].str(), "Saturday");
@@ -49,20 +39,17 @@ TEST(KvxCli, AlmanacAndTimeRecord) {
     EXPECT_NEAR(a["eps"].num(), 23.436, 0.001);
     EXPECT_GT(a["bodies"].size(), 2u);
     EXPECT_GT(a["moon"]["age_days"].num(), 22.0);
-    EXPECT_TRUE(Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9").Has("  LAST      14h30m"));
+    Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9", {"  LAST      14h30m"});
     const auto t = Ok("time 2000-01-01T21:00 --tz 9 --geocentre --json").json();
     EXPECT_EQ(t["jd"].num(), 2451545.0);
     EXPECT_EQ(t["obsHeight"].num(), -6378137.0);
     EXPECT_EQ(t["obsPos"][2].num(), 0.0);
     EXPECT_NEAR(t["lst"].num(), 280.457, 0.001);
     EXPECT_NEAR(t["eqToEcl"][4].num(), 0.91748, 1e-5);
-    for (const char *key : {"eclToEq", "precToJ2000", "precFromJ2000", "nutMtx", "nutInvMtx"})
-        EXPECT_EQ(t[key].size(), 9u) << key;
     EXPECT_NEAR(t["nutation"][0].num(), -0.00386, 1e-5);
-    const KvxResult text = Ok("time 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --height 40 --tz 9");
-    for (const char *line : {"local      2024-06-01T21:30:00.000 +09:00", "observer   35.689500° 139.691700° 40.0 m",
-                             "jde        2460463.0216", "lst        217.6749"})
-        EXPECT_TRUE(text.Has(line)) << line << "\n" << text.out;
+    Ok("time 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --height 40 --tz 9",
+       {"local      2024-06-01T21:30:00.000 +09:00", "observer   35.689500° 139.691700° 40.0 m",
+        "jde        2460463.0216", "lst        217.6749"});
 }
 
 TEST(KvxCli, ConvertByNumberOrName) {
@@ -85,9 +72,8 @@ TEST(KvxCli, ConvertByNumberOrName) {
     const auto back = Ok("convert --from 3 --to 1 " + std::to_string(east["out_deg"][0].num()) + " " +
                          std::to_string(east["out_deg"][1].num()) + " --date 2024-06-01T22:00 --tz 1 --json").json();
     EXPECT_NEAR(back["out_deg"][0].num(), 90.0, 1e-4);  // the printed 6 decimals of the J2000.0 place
-    const KvxResult text = Ok("convert --from 3 --to 7 90 23.4392794444 --date 2000-01-01T12:00 --tz 0");
-    EXPECT_TRUE(text.Has("06h00m00.00s")) << text.out;
-    EXPECT_TRUE(text.Has(" 90.000000  +0.000000")) << text.out;
+    Ok("convert --from 3 --to 7 90 23.4392794444 --date 2000-01-01T12:00 --tz 0",
+       {"06h00m00.00s", " 90.000000  +0.000000"});
 }
 
 // The CLI's own table of the 89 codes names each constellation once, as
@@ -95,26 +81,21 @@ TEST(KvxCli, ConvertByNumberOrName) {
 TEST(KvxCli, ConstellationsAndTheirTable) {
     std::map<int, std::string> reference;
     std::ifstream in(kvx::test::ReferencePath("constellation_codes.csv"));
-    for (std::string line; std::getline(in, line);)
-        if (!line.empty() && line[0] != '#') {
-            std::istringstream ls(line);
-            int code;
-            std::string pyephem, iau, name;
-            char comma;
-            ls >> code >> comma >> pyephem >> iau;
-            std::getline(ls >> std::ws, name);
+    int code;
+    std::string pyephem, iau, name, line;
+    char comma;
+    for (; std::getline(in, line);)
+        if (std::istringstream ls(line); !line.empty() && line[0] != '#' && ls >> code >> comma >> pyephem >> iau &&
+                                         std::getline(ls >> std::ws, name))
             reference[code] = iau.substr(0, iau.size() - 1) + " " + name;
-        }
     ASSERT_EQ(reference.size(), 89u);
     std::istringstream listed(Ok("const --list").out);
     int n = 0;
-    for (std::string line; std::getline(listed, line); ++n) {
+    for (; std::getline(listed, line); ++n) {
         std::istringstream ls(line);
-        int code;
-        std::string abbreviation, name;
-        ls >> code >> abbreviation;
+        ls >> code >> iau;
         std::getline(ls >> std::ws, name);
-        EXPECT_EQ(abbreviation + " " + name, reference[code]) << line;
+        EXPECT_EQ(iau + " " + name, reference[code]) << line;
     }
     EXPECT_EQ(n, 89);
     EXPECT_EQ(Ok("const 83.8 -5.4 --epoch B1875").out, "16 Ori Orion\n");
@@ -149,7 +130,12 @@ TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
              "jd 99999-01-01", "jd -99999-01-01", "jd 99999999999-01-01", "jd -2147483648-01-01", "phases 99999",
              "terms -99999", "date -5", "date 1e9", "jd 2024-01-01T12:00+25:00", "jd 2024-01-01T24:00",
              "sun --pressure 900", "sun --refraction --pressure -5", "moon --tz +9:0",
-             "eclipses", "eclipses 2024.5", "eclipses 9999", "events", "events 2024 --body sun", "events year"}) {
+             "eclipses", "eclipses 2024.5", "eclipses 9999", "events", "events 2024 --body sun", "events year",
+             "calendar", "calendar 2024-13", "calendar 2024", "calendar x-05", "holidays", "holidays 2024.5",
+             "terms 1e9", "terms 2024 2025", "moons", "moons venus", "moons jupiter --date 2024-13-01", "jupiter",
+             "jupiter --month 2024-13", "jupiter --month 2024", "jupiter --month x", "rise vulcan", "rise --days 0",
+             "rise --days 2.5", "rise --star 10", "rise --star 10 95", "rise --year 2024.5", "twilight extra",
+             "rise --comet --q 1"}) {
         const KvxResult r = RunKvx(bad);
         EXPECT_EQ(r.status, 2) << bad;
         EXPECT_TRUE(r.out.empty()) << bad;
@@ -188,23 +174,21 @@ TEST(KvxCli, HelpAndVersionEverywhere) {
 // daylight saving; a date's own zone wins; every result says which.
 TEST(KvxCli, OneTimeZoneRule) {
     const double utcMidnight = 2460310.5;  // 2024-01-01T00:00Z
-    EXPECT_EQ(Ok("jd 2024-01-01T09:00+09:00 --json").json()["jd"].num(), utcMidnight);
-    EXPECT_EQ(Ok("jd 2024-01-01T00:00Z --tz 5 --json").json()["jd"].num(), utcMidnight);
-    EXPECT_EQ(Ok("jd 2024-01-01T05:30 --tz +05:30 --json").json()["jd"].num(), utcMidnight);
-    EXPECT_EQ(Ok("jd 2024-01-01T03:00 --json", "KVX_TZ=3").json()["jd"].num(), utcMidnight);
-    EXPECT_EQ(Ok("jd 2024-01-01T01:00 --tz 1 --json", "KVX_TZ=3").json()["jd"].num(), utcMidnight);
     // The system's zone, winter and summer (tzdata): London and New York.
-    const auto london = Ok("jd 2024-07-01T01:00 --json", "TZ=Europe/London").json();
-    EXPECT_EQ(london["jd"].num(), utcMidnight + 182.0);
-    EXPECT_EQ(london["zone"].str(), "system (Europe/London)");
-    EXPECT_EQ(Ok("jd 2023-12-31T19:00 --json", "TZ=America/New_York").json()["jd"].num(), utcMidnight);
+    for (const auto &[args, env, days] :
+         {std::tuple{"jd 2024-01-01T09:00+09:00", "", 0.0}, {"jd 2024-01-01T00:00Z --tz 5", "", 0.0},
+          {"jd 2024-01-01T05:30 --tz +05:30", "", 0.0}, {"jd 2024-01-01T03:00", "KVX_TZ=3", 0.0},
+          {"jd 2024-01-01T01:00 --tz 1", "KVX_TZ=3", 0.0}, {"jd 2024-07-01T01:00", "TZ=Europe/London", 182.0},
+          {"jd 2023-12-31T19:00", "TZ=America/New_York", 0.0}})
+        EXPECT_EQ(Ok(std::string(args) + " --json", {}, env).json()["jd"].num(), utcMidnight + days) << args << env;
+    EXPECT_EQ(Ok("jd 2024-07-01T01:00 --json", {}, "TZ=Europe/London").json()["zone"].str(), "system (Europe/London)");
     // Tokyo's day seen from a UTC system zone: sunset falls before sunrise
     // in that day, daylight still 14h35m at the June solstice (±2 min).
-    EXPECT_TRUE(Ok("--date 2025-06-21T12:00", "TZ=UTC").Has("day length 14h3")) << "day length";
+    Ok("--date 2025-06-21T12:00", {"day length 14h3"}, "TZ=UTC");
     // sun, moon and the almanac follow the same rule and print it first.
     for (const char *cmd : {"sun", "moon", "planet mars", "", "moons jupiter", "convert --from 3 --to 1 0 0",
                             "comet --T 2460580.2405 --q 0.39 --e 0.99 --peri 308 --node 21 --incl 139"}) {
-        const KvxResult r = Ok(std::string(cmd) + " --date 2024-07-01T01:00", "TZ=Europe/London");
+        const KvxResult r = Ok(std::string(cmd) + " --date 2024-07-01T01:00", {}, "TZ=Europe/London");
         EXPECT_EQ(r.out.rfind("2024-07-01T01:00:00+01:00 (system (Europe/London))  JD 2460492.500000 UT\n", 0), 0u)
             << cmd << "\n" << r.out;
     }
@@ -216,8 +200,7 @@ TEST(KvxCli, StartupLinesOnlyWhenAskedFor) {
     const KvxResult verbose = RunKvx("jd 2024-01-01 --tz 0 --verbose");
     EXPECT_EQ(verbose.status, 0);
     EXPECT_NE(verbose.err.find("kvxlib: open "), std::string::npos) << verbose.err;
-    const KvxResult data = Ok("data");
-    EXPECT_TRUE(data.Has("Start-up messages of the library:\n  open ")) << data.out;
+    Ok("data", {"Start-up messages of the library:\n  open "});
     EXPECT_EQ(RunKvx("jd 2024-13-01").ErrLines(), 2);  // the error and the usage line only
 }
 

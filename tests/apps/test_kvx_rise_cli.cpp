@@ -1,8 +1,11 @@
-// kvx rise, kvx twilight and the almanac's rise/set lines: the times are the
-// library's, the states are spelled out, and bad arguments exit with 2.
+// kvx rise, kvx twilight, the almanac's rise/set lines and kvx sat: the
+// times are the library's, the states are spelled out, the satellite model
+// is chosen by the period, broken element files give one error line.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <fstream>
 #include <string>
 
 #include "apps/kvx_runner.h"
@@ -11,6 +14,7 @@
 namespace {
 
 using kvx::test::KvxResult;
+using kvx::test::Ok;
 using kvx::test::RunKvx;
 
 // The number after the n-th (0-based) occurrence of "key": in a JSON text.
@@ -23,10 +27,11 @@ double JsonNumberAfter(const std::string &text, const std::string &key, int n = 
     return std::stod(text.substr(at + key.size() + 4));
 }
 
-TEST(KvxRiseCli, SunTimesAreTheLibrarys) {
-    const KvxResult r = RunKvx("rise sun --date 2025-06-21 --lat 35.6895 --lon 139.6917 --height 40 --tz 9 --json");
-    ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_TRUE(r.err.empty()) << r.err;
+// Sunrise in Tokyo at midsummer, 04:25 to the minute, north of east
+// (azimuth counted from the north); Titan by name.
+TEST(KvxRiseCli, TimesAreTheLibrarys) {
+    const KvxResult r = Ok("rise sun --date 2025-06-21 --lat 35.6895 --lon 139.6917 --height 40 --tz 9 --json",
+                           {"\"time\": \"2025-06-21T04:24:"});
     const ADate day{2025, 6, 21, 0, 0, 0.0, 9.0};
     const Observer obs{35.6895, 139.6917, 40.0};
     double rise = 0.0, set = 0.0;
@@ -34,50 +39,31 @@ TEST(KvxRiseCli, SunTimesAreTheLibrarys) {
     ASSERT_EQ(GetSunSet(&day, &obs, &set), 1);
     EXPECT_NEAR(JsonNumberAfter(r.out, "jd_ut", 0), rise, 1e-9);
     EXPECT_NEAR(JsonNumberAfter(r.out, "jd_ut", 2), set, 1e-9);
-    EXPECT_TRUE(r.Has("\"time\": \"2025-06-21T04:24:")) << r.out;  // sunrise in Tokyo, 04:25 to the minute
     const double az = JsonNumberAfter(r.out, "az_deg");
-    EXPECT_GT(az, 55.0);  // north of east at midsummer, counted from the north
+    EXPECT_GT(az, 55.0);
     EXPECT_LT(az, 65.0);
-}
-
-TEST(KvxRiseCli, StatesAreSpelledOut) {
-    const KvxResult polaris = RunKvx("rise --star 37.95 89.26 --date 2025-01-01");
-    ASSERT_EQ(polaris.status, 0);
-    EXPECT_TRUE(polaris.Has("rise circumpolar")) << polaris.out;
-    EXPECT_TRUE(polaris.Has("transit 20:")) << polaris.out;
-    const KvxResult sirius = RunKvx("rise --star 101.29 -16.72 --lat 80 --date 2025-01-01");
-    EXPECT_TRUE(sirius.Has("never rises")) << sirius.out;
-    // The Moon at Svalbard: it rises on the 2nd and stays up from then on.
-    const KvxResult moon = RunKvx("rise moon --lat 78 --lon 15 --tz 1 --date 2025-03-02 --days 2");
-    EXPECT_TRUE(moon.Has("no event this day")) << moon.out;
-    EXPECT_TRUE(moon.Has("2025-03-03  circumpolar")) << moon.out;
-    const KvxResult json = RunKvx("rise --star 37.95 89.26 --date 2025-01-01 --json");
-    EXPECT_TRUE(json.Has("\"state\": \"circumpolar\", \"rise\": null")) << json.out;
-}
-
-TEST(KvxRiseCli, SatelliteByName) {
-    const KvxResult r = RunKvx("rise titan --date 2025-09-21 --json");
-    ASSERT_EQ(r.status, 0) << r.err;
-    EXPECT_TRUE(r.Has("\"body\": \"Titan\"")) << r.out;
-    const ADate day{2025, 9, 21, 0, 0, 0.0, 9.0};
-    const Observer obs{35.6895, 139.6917, 40.0};
-    InitRiseSet(&day, &obs);
-    double rise = 0.0;
+    const KvxResult titan = Ok("rise titan --date 2025-09-21 --json", {"\"body\": \"Titan\""});
+    const ADate day2{2025, 9, 21, 0, 0, 0.0, 9.0};
+    InitRiseSet(&day2, &obs);
     ASSERT_EQ(GetRiseSet(9.0, 606, nullptr, KVX_RS_RISE, &obs, 0.0, &rise), 1);
-    EXPECT_NEAR(JsonNumberAfter(r.out, "jd_ut"), rise, 1e-9);
+    EXPECT_NEAR(JsonNumberAfter(titan.out, "jd_ut"), rise, 1e-9);
 }
 
-TEST(KvxRiseCli, YearTableHasOneRowPerDay) {
-    const KvxResult r = RunKvx("rise sun --year 2024");
-    ASSERT_EQ(r.status, 0);
+// Polaris never sets, Sirius never rises at 80 N; the Moon at Svalbard
+// rises on the 2nd and stays up from then on. A year: one row a day.
+TEST(KvxRiseCli, StatesAreSpelledOut) {
+    Ok("rise --star 37.95 89.26 --date 2025-01-01", {"rise circumpolar", "transit 20:"});
+    Ok("rise --star 101.29 -16.72 --lat 80 --date 2025-01-01", {"never rises"});
+    Ok("rise moon --lat 78 --lon 15 --tz 1 --date 2025-03-02 --days 2", {"no event this day", "2025-03-03  circumpolar"});
+    Ok("rise --star 37.95 89.26 --date 2025-01-01 --json", {"\"state\": \"circumpolar\", \"rise\": null"});
+    const KvxResult year = Ok("rise sun --year 2024");
     int rows = 0;
-    for (size_t at = r.out.find("\n2024-"); at != std::string::npos; at = r.out.find("\n2024-", at + 1)) ++rows;
+    for (size_t at = year.out.find("\n2024-"); at != std::string::npos; at = year.out.find("\n2024-", at + 1)) ++rows;
     EXPECT_EQ(rows, 366);
 }
 
 TEST(KvxTwilightCli, TimesInOrderAndPolarDay) {
-    const KvxResult r = RunKvx("twilight --date 2025-03-20 --lat 40 --lon 0 --tz 0 --json");
-    ASSERT_EQ(r.status, 0);
+    const KvxResult r = Ok("twilight --date 2025-03-20 --lat 40 --lon 0 --tz 0 --json");
     const ADate day{2025, 3, 20, 0, 0, 0.0, 0.0};
     const Observer obs{40.0, 0.0, 40.0};
     double astro = 0.0;
@@ -89,27 +75,87 @@ TEST(KvxTwilightCli, TimesInOrderAndPolarDay) {
                   local.minute, static_cast<int>(local.second));
     EXPECT_TRUE(r.Has(want)) << want << "\n" << r.out;
     EXPECT_NEAR(JsonNumberAfter(r.out, "day_length_h"), 12.1, 0.1);  // equinox day, upper limb and refraction
-    const KvxResult polar = RunKvx("twilight --date 2025-01-01 --lat -75 --json");
-    EXPECT_TRUE(polar.Has("\"sunrise\": null")) << polar.out;
+    const KvxResult polar = Ok("twilight --date 2025-01-01 --lat -75 --json", {"\"sunrise\": null"});
     EXPECT_EQ(JsonNumberAfter(polar.out, "day_length_h"), 24.0);
+    Ok("--date 2025-06-21T12:00", {"Sun today rise 04:24:", "astronomical  twilight"});
+    Ok("--date 2025-06-21T12:00 --json", {"\"moon_rise\": {", "\"civil_twilight_morning\": \"2025-06-21T03:"});
 }
 
-TEST(KvxRiseCli, AlmanacHasRiseSetAndTwilight) {
-    const KvxResult r = RunKvx("--date 2025-06-21T12:00");
-    ASSERT_EQ(r.status, 0);
-    EXPECT_TRUE(r.Has("Sun today rise 04:24:")) << r.out;
-    EXPECT_TRUE(r.Has("astronomical  twilight")) << r.out;
-    const KvxResult j = RunKvx("--date 2025-06-21T12:00 --json");
-    EXPECT_TRUE(j.Has("\"moon_rise\": {")) << j.out;
-    EXPECT_TRUE(j.Has("\"civil_twilight_morning\": \"2025-06-21T03:")) << j.out;
+const char *kIss1 = "1 25544U 98067A   08264.51782528 -.00002182  00000-0 -11606-4 0  2927";
+const char *kIss2 = "2 25544  51.6416 247.4627 0006703 130.5360 325.0288 15.72125391563537";
+const char *kGeo1 = "1 24208U 96044A   06177.04061740 -.00000094  00000-0  10000-3 0  1600";
+const char *kGeo2 = "2 24208   3.8536  80.0121 0026640 311.0977  48.3000  1.00778054 36119";
+
+std::string WriteFile(const std::string &name, const std::string &text) {
+    const std::string path = ::testing::TempDir() + name;
+    std::ofstream(path) << text;
+    return path;
 }
 
-TEST(KvxRiseCli, UsageErrors) {
-    for (const char *args : {"rise vulcan", "rise --days 0", "rise --days 2.5", "rise --star 10", "rise --star 10 95",
-                             "rise --year 2024.5", "twilight extra", "rise --comet --q 1"}) {
-        const KvxResult r = RunKvx(args);
-        EXPECT_EQ(r.status, 2) << args;
-        EXPECT_EQ(r.err.rfind("kvx: ", 0), 0u) << args << ": " << r.err;
+std::string Sets() {
+    return std::string("ISS (ZARYA)\n") + kIss1 + "\n" + kIss2 + "\nITALSAT 2\n" + kGeo1 + "\n" + kGeo2 + "\n";
+}
+
+TEST(KvxSatCli, PassesInLocalTimeAsTheLibraryFindsThem) {
+    const std::string file = WriteFile("kvx_sat_sets.tle", Sets());
+    const auto r = Ok("sat '" + file + "' --name iss --date 2008-09-21T00:00 --tz 9 --days 1 "
+                      "--lat 35.6895 --lon 139.6917 --height 40",
+                      {"ISS (ZARYA)  #25544  period 91.6 min: near-Earth SGP4"});
+    EXPECT_FALSE(r.Has("ITALSAT"));
+    // The first rise, as ASatRiseSet gives it, in local time to the second.
+    TleLines t{};
+    std::snprintf(t.line1, sizeof t.line1, "%s", kIss1);
+    std::snprintf(t.line2, sizeof t.line2, "%s", kIss2);
+    Elm elm;
+    ASatTleToElm(&t, &elm);
+    const ADate start{2008, 9, 21, 0, 0, 0.0, 9.0};
+    const double jd = GetJd(&start);
+    const Lla tokyo{35.6895, 139.6917, 40.0};
+    ASatPassEvent ev[64];
+    const int n = ASatRiseSet(jd, jd + 1.0, &tokyo, &elm, -90.0, ev, 64);
+    ASSERT_GT(n, 3);
+    ADate d{};
+    JdToDate2(std::round((ev[0].jd + 9.0 / 24.0) * 86400.0) / 86400.0 + 1e-12, &d);
+    char when[64];
+    std::snprintf(when, sizeof when, "%04d-%02d-%02d %02d:%02d:%02d +09:00  %s", d.year, d.month, d.day, d.hour,
+                  d.minute, static_cast<int>(d.second), ev[0].kind == 1 ? "rise" : ev[0].kind == 2 ? "culmination" : "set");
+    EXPECT_TRUE(r.Has(when)) << when << "\n" << r.out;
+    int lines = 0;
+    for (size_t at = r.out.find(" +09:00  "); at != std::string::npos; at = r.out.find(" +09:00  ", at + 1)) ++lines;
+    EXPECT_EQ(lines, n);
+}
+
+TEST(KvxSatCli, JsonNowAndTheFullModelForLongPeriods) {
+    const std::string file = WriteFile("kvx_sat_sets2.tle", Sets());
+    Ok("sat '" + file + "' --date 2006-06-26T12:00 --tz 0 --json",
+       {"\"model\": \"full\"", "\"events\": [", "\"period_min\": "});
+    Ok("sat '" + file + "' --name 24208 --now --date 2006-06-26T12:00 --tz 0 --lat 0 --lon 80",
+       {"propagated with the full SGP4/SDP4 model", "sub-satellite point",
+        "height   357"});  // geostationary: about 35 786 km
+    Ok("sat '" + file + "' --name iss --now --date 2006-06-26T12:00 --json", {"\"range_km\": ", "\"sunlit\": "});
+}
+
+// Exit status 2 and one error line naming the fault: a wrong checksum on
+// line 2 of the file, a letter in a number column, a line 1 without its
+// line 2, an unknown name; no days (with the usage line).
+TEST(KvxSatCli, BrokenElementLinesAreNamedInOneLine) {
+    std::string checksum = Sets(), cols = Sets();
+    checksum[checksum.find("2927")] = '3';
+    cols.replace(cols.find("51.6416"), 7, "51x6416");
+    const struct {
+        std::string file, args, error;
+        int lines;  // the error, and a usage line for a bad option
+    } cases[] = {{checksum, "", "line 2: checksum", 1},
+                 {cols, "", "kvx: ", 1},
+                 {std::string(kIss1) + "\n", "", "line 1: line 1 without a line 2", 1},
+                 {Sets(), " --name hubble", "kvx: ", 1},
+                 {Sets(), " --days 0", "kvx: ", 2}};
+    int k = 0;
+    for (const auto &c : cases) {
+        const auto r = RunKvx("sat '" + WriteFile("kvx_sat_bad" + std::to_string(k++) + ".tle", c.file) + "'" + c.args);
+        EXPECT_EQ(r.status, 2) << k;
+        EXPECT_EQ(r.ErrLines(), c.lines) << k << ": " << r.err;
+        EXPECT_NE(r.err.find(c.error), std::string::npos) << k << ": " << r.err;
     }
 }
 

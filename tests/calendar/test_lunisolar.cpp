@@ -4,6 +4,7 @@
 // key-year table, leap months, the conversions' quirks and the zone cache.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -19,10 +20,14 @@ namespace {
 
 using kvx::test::Reference;
 
-// A lunisolar month by its first civil day (a Julian date ending in .5).
+// A lunisolar month by its first civil day (a Julian date ending in .5);
+// from the Swiss Ephemeris derivation also the new moon's distance from
+// midnight (minutes) and whether UTC+8 gives the same month.
 struct Month {
     double start;
     int number;
+    double margin = 0.0;
+    int agreesUtc8 = 0;
 };
 
 // The table of key year K in zone tz, built through a conversion in June.
@@ -44,16 +49,11 @@ std::string DateText(double jd) {
     return buf;
 }
 
-// Month and day of a civil day in a list of months sorted by start; false
-// outside the list.
-bool Locate(const std::vector<Month> &months, double jd, int *number, int *day) {
+// The month holding a civil day in a list sorted by start; -1 outside it.
+int Locate(const std::vector<Month> &months, double jd) {
     for (std::size_t i = 0; i + 1 < months.size(); ++i)
-        if (months[i].start <= jd && jd < months[i + 1].start) {
-            *number = months[i].number;
-            *day = static_cast<int>(jd - months[i].start) + 1;
-            return true;
-        }
-    return false;
+        if (months[i].start <= jd && jd < months[i + 1].start) return static_cast<int>(i);
+    return -1;
 }
 
 // Consecutive civil days on which the library and a reference disagree.
@@ -75,8 +75,9 @@ std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<
         const ADate civil{y, m, static_cast<int>(d), 0, 0, 0.0, 9.0};
         ADate old{0, 0, 0, 0, 0, 0.0, 0.0};
         Calender_NewToOld(&civil, &old);
-        int refMonth = 0, refDay = 0;
-        if (!Locate(ref, jd, &refMonth, &refDay) || (use && !use(jd))) continue;
+        const int k = Locate(ref, jd);
+        if (k < 0 || (use && !use(jd))) continue;
+        const int refMonth = ref[k].number, refDay = static_cast<int>(jd - ref[k].start) + 1;
         if (old.month == refMonth && old.day == refDay) continue;
         if (!runs.empty() && runs.back().last == jd - 1.0)
             runs.back().last = jd;
@@ -86,14 +87,11 @@ std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<
     return runs;
 }
 
-std::vector<Month> SweMonths(std::vector<double> *newMoonMargin = nullptr, std::vector<int> *agreesUtc8 = nullptr) {
+std::vector<Month> SweMonths() {
     const Reference swe("lunisolar_swe.txt", {"start", "month", "nm_margin", "term_margin", "agrees_utc8"});
     std::vector<Month> out;
-    for (const auto &row : swe) {
-        out.push_back({row["start"], static_cast<int>(row["month"])});
-        if (newMoonMargin) newMoonMargin->push_back(row["nm_margin"]);
-        if (agreesUtc8) agreesUtc8->push_back(static_cast<int>(row["agrees_utc8"]));
-    }
+    for (const auto &row : swe)
+        out.push_back({row["start"], static_cast<int>(row["month"]), row["nm_margin"], static_cast<int>(row["agrees_utc8"])});
     return out;
 }
 
@@ -135,17 +133,15 @@ void ExpectRuns(const std::vector<Run> &runs, const Expected *expected, std::siz
 }
 
 TEST(LunisolarReference, SwissEphemerisDerivation1900To2100) {
-    std::vector<double> margin;
-    const auto swe = SweMonths(&margin);
+    const auto swe = SweMonths();
     ASSERT_GT(swe.size(), 2480u);
     // Each new-moon difference is one the derivation itself puts within two
     // minutes of midnight: closer than the two time scales can separate.
     for (const auto &e : kSweDifferences) {
         if (e.newMoonMinutes == 0.0) continue;
-        bool found = false;
-        for (std::size_t i = 0; i < swe.size(); ++i)
-            if (std::fabs(margin[i] - e.newMoonMinutes) < 0.05 && margin[i] < 2.0) found = true;
-        EXPECT_TRUE(found) << e.first << " " << e.newMoonMinutes;
+        EXPECT_TRUE(std::any_of(swe.begin(), swe.end(), [&](const Month &m) {
+            return std::fabs(m.margin - e.newMoonMinutes) < 0.05 && m.margin < 2.0;
+        })) << e.first << " " << e.newMoonMinutes;
     }
     ExpectRuns(CompareDays(swe, nullptr), kSweDifferences, std::size(kSweDifferences), "Swiss Ephemeris");
 }
@@ -161,8 +157,7 @@ const Expected kChineseDifferences[] = {
 };
 
 TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
-    std::vector<int> agrees;
-    const auto swe = SweMonths(nullptr, &agrees);
+    const auto swe = SweMonths();
     const Reference ljs("lunar_javascript.txt", {"year", "month", "day", "lunar_month"});
     std::vector<Month> chinese;
     for (const auto &row : ljs)
@@ -170,13 +165,10 @@ TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
     ASSERT_GT(chinese.size(), 2480u);
     int used = 0;
     const auto runs = CompareDays(chinese, [&](double jd) {
-        for (std::size_t i = 0; i + 1 < swe.size(); ++i)
-            if (swe[i].start <= jd && jd < swe[i + 1].start) {
-                const bool same = agrees[i] && agrees[i + 1];
-                used += same;
-                return same;
-            }
-        return false;
+        const int i = Locate(swe, jd);
+        const bool same = i >= 0 && swe[i].agreesUtc8 && swe[i + 1].agreesUtc8;
+        used += same;
+        return same;
     });
     EXPECT_GT(used, 65000);  // of 73,383 days
     ExpectRuns(runs, kChineseDifferences, std::size(kChineseDifferences), "lunar-javascript");
@@ -187,17 +179,6 @@ int NewToOld(ADate civil, ADate *old) { return Calender_NewToOld(&civil, old); }
 int OldToNew(ADate old, ADate *civil) { return Calender_OldToNew(&old, civil); }
 using Ymd = std::array<int, 3>;
 Ymd YmdOf(const ADate &d) { return {d.year, d.month, d.day}; }
-
-TEST(LunisolarCalendar, KeyYearTableSpansNovemberToFebruary) {
-    const auto t = KeyTable(2024, 9.0);
-    ASSERT_TRUE(t.size() == 16u || t.size() == 17u) << t.size();
-    EXPECT_EQ(DateText(t.front().start).substr(0, 7), "2023-11");
-    EXPECT_EQ(DateText(t.back().start).substr(0, 7), "2025-02");
-    double s;
-    int m;
-    EXPECT_EQ(Calender_GetTable(static_cast<int>(t.size()), &s, &m), -1);
-    EXPECT_EQ(Calender_GetTable(-1, &s, &m), -1);
-}
 
 // Conversions each way, with their return values: December reads the next
 // key year's table, January and early February belong to the last old year,
@@ -242,14 +223,22 @@ TEST(LunisolarCalendar, ConversionsAcrossKeyYearsAndLeapMonths) {
     }
 }
 
-TEST(LunisolarCalendar, CacheIgnoresTheZone) {
+// The table of key year K runs from November of K-1 to February of K+1
+// and is kept whatever zone asks next for the same key year.
+TEST(LunisolarCalendar, KeyYearTableSpanAndCache) {
+    const auto t = KeyTable(2024, 9.0);
+    ASSERT_TRUE(t.size() == 16u || t.size() == 17u) << t.size();
+    EXPECT_EQ(DateText(t.front().start).substr(0, 7), "2023-11");
+    EXPECT_EQ(DateText(t.back().start).substr(0, 7), "2025-02");
+    double s;
+    int m;
+    EXPECT_EQ(Calender_GetTable(static_cast<int>(t.size()), &s, &m), -1);
+    EXPECT_EQ(Calender_GetTable(-1, &s, &m), -1);
     const auto tokyo = KeyTable(2026, 9.0);
     // The same key year from another zone is answered from the Tokyo table.
     ADate old{};
     NewToOld(Old(2026, 7, 1, -10.0), &old);
     EXPECT_EQ(old.tz, -10.0);
-    double s;
-    int m;
     for (std::size_t i = 0; i < tokyo.size(); ++i) {
         ASSERT_EQ(Calender_GetTable(static_cast<int>(i), &s, &m), static_cast<int>(i));
         EXPECT_EQ(s, tokyo[i].start);

@@ -4,6 +4,7 @@
 // theories.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <vector>
@@ -21,24 +22,13 @@ namespace {
 // rate moves the instant by e over the rate's change per day), the Moon's.
 const char *Group(int kind) {
     switch (kind) {
-    case KVX_EVENT_ELONGATION_EAST:
-    case KVX_EVENT_ELONGATION_WEST:
-        return "elongation_min";
-    case KVX_EVENT_STATION_RETROGRADE:
-    case KVX_EVENT_STATION_DIRECT:
-        return "station_min";
-    case KVX_EVENT_PERIHELION:
-    case KVX_EVENT_APHELION:
-        return "perihelion_min";
-    case KVX_EVENT_PERIGEE:
-    case KVX_EVENT_APOGEE:
-        return "perigee_min";
-    case KVX_EVENT_MOON_CONJUNCTION:
-    case KVX_EVENT_ASCENDING_NODE:
-    case KVX_EVENT_DESCENDING_NODE:
+    case KVX_EVENT_ELONGATION_EAST: case KVX_EVENT_ELONGATION_WEST: return "elongation_min";
+    case KVX_EVENT_STATION_RETROGRADE: case KVX_EVENT_STATION_DIRECT: return "station_min";
+    case KVX_EVENT_PERIHELION: case KVX_EVENT_APHELION: return "perihelion_min";
+    case KVX_EVENT_PERIGEE: case KVX_EVENT_APOGEE: return "perigee_min";
+    case KVX_EVENT_MOON_CONJUNCTION: case KVX_EVENT_ASCENDING_NODE: case KVX_EVENT_DESCENDING_NODE:
         return "moon_root_min";
-    default:
-        return "root_min";
+    default: return "root_min";
     }
 }
 
@@ -141,26 +131,20 @@ TEST(PlanetEvents, TheoriesAgainstSwissEphemeris2000To2030) {
 TEST(PlanetEvents, OneBodyFilterAndLimits) {
     const double start = CalcJd(2025, 1, 1), end = CalcJd(2026, 1, 1);
     std::vector<PlanetEvent> all(4000), venus(400);
-    const int n = GetPlanetEvents2(start, end, 0, all.data(), 4000);
-    const int nv = GetPlanetEvents(2025, 1, venus.data(), 400);
-    int expected = 0;
-    for (int i = 0; i < n; ++i) expected += all[i].body == 1 || all[i].other == 1;
-    EXPECT_EQ(nv, expected);
-    for (int i = 1; i < nv; ++i) EXPECT_LE(venus[i - 1].jd, venus[i].jd);
+    all.resize(GetPlanetEvents2(start, end, 0, all.data(), 4000));
+    venus.resize(GetPlanetEvents(2025, 1, venus.data(), 400));
+    EXPECT_EQ(std::ssize(venus), std::count_if(all.begin(), all.end(), [](auto &e) { return e.body == 1 || e.other == 1; }));
+    EXPECT_TRUE(std::is_sorted(venus.begin(), venus.end(), [](auto &a, auto &b) { return a.jd < b.jd; }));
     // Venus 2025: one inferior conjunction (March 23), both elongations.
-    int inferior = 0, elongations = 0;
-    for (int i = 0; i < nv; ++i) {
-        inferior += venus[i].kind == KVX_EVENT_INFERIOR_CONJUNCTION;
-        elongations += venus[i].kind == KVX_EVENT_ELONGATION_EAST || venus[i].kind == KVX_EVENT_ELONGATION_WEST;
-    }
-    EXPECT_EQ(inferior, 1);
-    EXPECT_EQ(elongations, 2);
+    const auto count = [&](int kind) { return std::count_if(venus.begin(), venus.end(), [&](auto &e) { return e.kind == kind; }); };
+    EXPECT_EQ(count(KVX_EVENT_INFERIOR_CONJUNCTION), 1);
+    EXPECT_EQ(count(KVX_EVENT_ELONGATION_EAST) + count(KVX_EVENT_ELONGATION_WEST), 2);
 
     const uint32_t nodes = (1u << KVX_EVENT_ASCENDING_NODE) | (1u << KVX_EVENT_DESCENDING_NODE);
     PlanetEvent few[3];
-    const int count = GetPlanetEvents2(start, end, nodes, nullptr, 0);
-    EXPECT_GE(count, 26);  // 13.4 draconic months a year, two nodes each
-    EXPECT_EQ(GetPlanetEvents2(start, end, nodes, few, 3), count);
+    const int sized = GetPlanetEvents2(start, end, nodes, nullptr, 0);
+    EXPECT_GE(sized, 26);  // 13.4 draconic months a year, two nodes each
+    EXPECT_EQ(GetPlanetEvents2(start, end, nodes, few, 3), sized);
     for (const PlanetEvent &e : few)
         EXPECT_TRUE(e.kind == KVX_EVENT_ASCENDING_NODE || e.kind == KVX_EVENT_DESCENDING_NODE) << e.kind;
 
