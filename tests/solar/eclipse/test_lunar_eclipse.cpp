@@ -2,7 +2,6 @@
 // JPL files; tests/reference/eclipses_swe.c).
 #include <gtest/gtest.h>
 
-
 #include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "test_support.h"

@@ -3,7 +3,6 @@
 // reader's edges, "OnMemory", the KQ variant and the Moon position file.
 #include <gtest/gtest.h>
 
-
 #include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"

@@ -3,7 +3,6 @@
 // and the orbit points for drawing.
 #include <gtest/gtest.h>
 
-
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "test_support.h"

@@ -3,7 +3,6 @@
 // Skyfield's port of the authors' program and Swiss Ephemeris.
 #include <gtest/gtest.h>
 
-
 #include "kvxlib.h"
 #include "solar/planet/physical.h"
 #include "test_support.h"

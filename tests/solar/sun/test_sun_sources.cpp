@@ -3,7 +3,6 @@
 // blend into the theory, and the two-body extrapolation past the file's ends.
 #include <gtest/gtest.h>
 
-
 #include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
