@@ -1,6 +1,6 @@
-// The degree and radian sine and cosine of the series against the
-// long-double library (64-bit mantissa; its own reduction of a mod 360 is
-// exact), over the whole range the theories use and beyond.
+// The degree sine and cosine of the series against the long-double library
+// (64-bit mantissa; its own reduction of a mod 360 is exact), over the whole
+// range the theories use and beyond.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -73,8 +73,7 @@ TEST(FastTrig, RadiansWithinTheSameBound) {
     }
     // Beyond the limit, and for non-finite input, the library's functions.
     EXPECT_EQ(kvx::FastSinCosRad(3e6).s, std::sin(3e6));
-    EXPECT_TRUE(std::isnan(kvx::FastSinCosRad(NAN).c));
-    EXPECT_TRUE(std::isnan(kvx::WrapRad(INFINITY)));
+    EXPECT_TRUE(std::isnan(kvx::FastSinCosRad(NAN).c) && std::isnan(kvx::WrapRad(INFINITY)));
 }
 
 TEST(FastTrig, ExactValuesAndNonFiniteInput) {
