@@ -21,6 +21,14 @@
 // result is below 2.3e-16 (one unit in the last place of 1); the test
 // measures it against the long-double library over +-1e7 degrees.
 // No rounding mode is read or set.
+//
+// The radian variant (FastSinCosRad, for theories whose arguments are in
+// radians) reduces by the nearest multiple n of pi/2 in the manner of Cody &
+// Waite (1980), "Software Manual for the Elementary Functions", with the
+// two-part pi/2 of fdlibm's __ieee754_rem_pio2 (33 leading bits, then the
+// rest): for |x| < 1e6 (n < 2^20) the product n x pio2_1 is exact and so is
+// x - n pio2_1, and the second part adds below 2e-20, so r carries half an
+// ulp of its own size as the degree path does; the same bound holds.
 #pragma once
 
 #include <cmath>
@@ -52,6 +60,10 @@ inline constexpr double kC6 = -1.13596475577881948265e-11;
 inline constexpr double kRadPerDeg = 0.017453292519943295;  // pi / 180
 inline constexpr double kRoundShift = 6755399441055744.0;   // 1.5 x 2^52
 inline constexpr double kReduceLimit = 1e15;
+inline constexpr double kTwoOverPi = 6.36619772367581382433e-01;
+inline constexpr double kPio2Hi = 1.57079632673412561417e+00;  // 33 bits of pi/2
+inline constexpr double kPio2Lo = 6.07710050650619224932e-11;  // pi/2 - kPio2Hi
+inline constexpr double kRadReduceLimit = 1e6;
 
 // sin and cos of u, |u| <= pi/4 (radians).
 inline SinCos Kernel(double u) {
@@ -86,6 +98,31 @@ inline constexpr double kCosSign[4] = {1.0, -1.0, -1.0, 1.0};
     const unsigned q = static_cast<unsigned>(static_cast<int64_t>(n)) & 3u;
     const double v[2] = {k.s, k.c};
     return {v[q & 1u] * kSinSign[q], v[(q & 1u) ^ 1u] * kCosSign[q]};
+}
+
+// sin and cos of x (radians) together, with the same error bound.
+[[gnu::always_inline]] inline SinCos FastSinCosRad(double x) {
+    using namespace fast_trig;
+    if (!(std::fabs(x) < kRadReduceLimit)) [[unlikely]]
+        return {std::sin(x), std::cos(x)};
+    const double n = (x * kTwoOverPi + kRoundShift) - kRoundShift;
+    const SinCos k = Kernel((x - n * kPio2Hi) - n * kPio2Lo);
+    const unsigned q = static_cast<unsigned>(static_cast<int64_t>(n)) & 3u;
+    const double v[2] = {k.s, k.c};
+    return {v[q & 1u] * kSinSign[q], v[(q & 1u) ^ 1u] * kCosSign[q]};
+}
+
+// x (radians) less the nearest whole number of turns, in [-pi, pi] up to
+// rounding, by the same two-part reduction (4 x pi/2): exact to half an ulp
+// of the result for |x| < 1e6, unlike fmod by the double nearest 2 pi, whose
+// own error of 2.4e-16 grows with the number of turns. Beyond, and for
+// non-finite x, fmod by 2 pi.
+inline double WrapRad(double x) {
+    using namespace fast_trig;
+    if (!(std::fabs(x) < kRadReduceLimit)) [[unlikely]]
+        return std::fmod(x, 4.0 * kPio2Hi + 4.0 * kPio2Lo);
+    const double n = (x * (0.25 * kTwoOverPi) + kRoundShift) - kRoundShift;
+    return (x - n * (4.0 * kPio2Hi)) - n * (4.0 * kPio2Lo);
 }
 
 inline double FastSinDeg(double a) { return FastSinCosDeg(a).s; }

@@ -72,9 +72,10 @@ inline void TurnZ(double m[9], double a) {
     }
 }
 
-// Degrees into 0..360 with one fmod (inputs within a few turns).
+// Degrees into 0..360 with one fmod (inputs within a few turns); within a
+// turn fmod returns a itself, so that case skips the library call.
 inline double Reduce360(double a) {
-    const double r = std::fmod(a, 360.0);
+    const double r = std::fabs(a) < 360.0 ? a : std::fmod(a, 360.0);
     return r < 0.0 ? r + 360.0 : r;
 }
 

@@ -7,6 +7,7 @@
 // opposition distance). Valid roughly 1500-2500.
 #include <cmath>
 
+#include "math/fast_trig.h"
 #include "psat/galilean_l12_table.h"
 #include "psat/sat_theory.h"
 
@@ -14,10 +15,9 @@ namespace kvx::psat {
 
 namespace {
 
-constexpr double kTwoPi = 2.0 * 3.141592653589793;
 constexpr double kL12Epoch = 2433282.5;  // 1950-01-01 0h TT
-// Largest shift of the one-pass evaluation (days): the polynomial cos and
-// sin below stay below 1e-14 for |frequency x shift| <= 3.56 x 0.05 rad.
+// Largest shift of the one-pass evaluation (days): |frequency x shift| stays
+// within 3.56 x 0.05 = 0.18 rad, where the turn of Fill below holds 2e-14.
 constexpr double kMaxShift = 0.05;
 // Span of the local model around its instant (days): its neglected
 // second-order terms, sum |A| f^2 dt^2 / 2, stay below 2 m there.
@@ -31,27 +31,27 @@ void ToJ2000(const double v[3], double out[3]) {
     out[2] = r[6] * v[0] + r[7] * v[1] + r[8] * v[2];
 }
 
-// One term's argument at t (cos c1, sin s1) and at t - shift (c0, s0).
-struct Turned {
-    double c1, s1, c0, s0;
-};
-
-// Many terms of the four satellites share a frequency. Each distinct
-// frequency f gets its index once, each term the cosine and sine of its
-// phase, so that a term's argument phase + f t is the rotation of f t.
+// The terms of the four satellites use 55 distinct frequencies, many of
+// them in several series. Each distinct frequency f gets an index (0 for
+// the constant terms, frequency 0), each term its amplitude A turned by its
+// phase: A cos(phase + f t) = Ac cos(f t) - As sin(f t) with Ac = A cos(phase),
+// As = A sin(phase), and the same times f for the rates.
 constexpr int kMaxFrequencies = 96, kMaxTerms = 16;
 
+struct Term {
+    int f;
+    double ac, as, afc, afs;  // A cos(phase), A sin(phase), and both times f
+};
+
 struct SharedFrequencies {
-    int count = 0;
+    int count = 1;  // index 0: the constant terms
     bool complete = true;  // every term indexed (the table fits the arrays)
-    double frequency[kMaxFrequencies];
-    // Per satellite and series (a, lambda, z, zeta), per term: the
-    // frequency's index (-1 for a constant term) and cos, sin of the phase.
-    struct TermIndex {
-        int f;
-        double cp, sp;
-    };
-    TermIndex terms[4][4][kMaxTerms];
+    double frequency[kMaxFrequencies] = {0.0};
+    // Per satellite: the distinct frequencies it reads, and per series
+    // (a, lambda, z, zeta) its terms.
+    int used[4][kMaxFrequencies];
+    int usedCount[4] = {0, 0, 0, 0};
+    Term terms[4][4][kMaxTerms];
 };
 
 const SharedFrequencies &Frequencies() {
@@ -61,21 +61,27 @@ const SharedFrequencies &Frequencies() {
             const L12Moon &moon = kL12Moons[m];
             const L12Term *series[4] = {moon.a, moon.l, moon.z, moon.zeta};
             const int counts[4] = {moon.na, moon.nl, moon.nz, moon.nzeta};
+            bool seen[kMaxFrequencies] = {};
             for (int s = 0; s < 4; ++s) {
                 t.complete = t.complete && counts[s] <= kMaxTerms;
                 for (int i = 0; i < counts[s] && i < kMaxTerms; ++i) {
                     const L12Term &w = series[s][i];
                     int f = -1;
-                    if (w.frequency != 0.0) {
-                        for (int j = 0; j < t.count && f < 0; ++j)
-                            if (t.frequency[j] == w.frequency) f = j;
-                        if (f < 0 && t.count < kMaxFrequencies) {
-                            f = t.count++;
-                            t.frequency[f] = w.frequency;
-                        }
-                        t.complete = t.complete && f >= 0;
+                    for (int j = 0; j < t.count && f < 0; ++j)
+                        if (t.frequency[j] == w.frequency) f = j;
+                    if (f < 0 && t.count < kMaxFrequencies) {
+                        f = t.count++;
+                        t.frequency[f] = w.frequency;
                     }
-                    t.terms[m][s][i] = {f, std::cos(w.phase), std::sin(w.phase)};
+                    // Beyond kMaxShift x this the turn of Fill loses its precision.
+                    if (f < 0 || !(std::fabs(w.frequency) * kMaxShift <= 0.18)) {
+                        t.complete = false;
+                        continue;
+                    }
+                    if (!seen[f]) t.used[m][t.usedCount[m]++] = f;
+                    seen[f] = true;
+                    const double ac = w.amplitude * std::cos(w.phase), as = w.amplitude * std::sin(w.phase);
+                    t.terms[m][s][i] = {f, ac, as, ac * w.frequency, as * w.frequency};
                 }
             }
         }
@@ -86,33 +92,35 @@ const SharedFrequencies &Frequencies() {
 
 // cos and sin of f t and of f (t - shift) for each distinct frequency, kept
 // per thread for the last (t, shift): the four satellites of one instant
-// share them. The second pair turns the first through x = f shift with the
-// Taylor series of cos x and sin x (|x| < 0.18: truncation below 1e-14).
+// share them. A frequency is filled when the first satellite that reads it
+// asks (stamp == generation), so a caller of one satellite pays for its own.
+// The second pair turns the first through x = f shift with the Taylor
+// series of cos x and sin x to x^8 and x^9: for |x| <= 0.18 rad their
+// truncation, x^10 / 10! and x^11 / 11!, is below 2e-14 and 2e-16.
 struct FrequencyCache {
     double t = NAN, shift = NAN;
-    bool done[kMaxFrequencies];
+    unsigned generation = 0;
+    unsigned ready[4] = {0, 0, 0, 0};  // satellite m's frequencies all filled
+    unsigned stamp[kMaxFrequencies] = {};
     double c1[kMaxFrequencies], s1[kMaxFrequencies], c0[kMaxFrequencies], s0[kMaxFrequencies];
 };
 
-[[gnu::always_inline]] inline Turned Turn(FrequencyCache &cache, const SharedFrequencies &table, int moon, int series,
-                                          int i) {
-    const SharedFrequencies::TermIndex &w = table.terms[moon][series][i];
-    if (w.f < 0) return {w.cp, w.sp, w.cp, w.sp};  // a constant term
-    const int j = w.f;
-    if (!cache.done[j]) {
-        const double f = table.frequency[j], arg = cache.t * f;
-        cache.c1[j] = std::cos(arg);
-        cache.s1[j] = std::sin(arg);
+void Fill(FrequencyCache &cache, const SharedFrequencies &table, int moon) {
+    for (int k = 0; k < table.usedCount[moon]; ++k) {
+        const int j = table.used[moon][k];
+        if (cache.stamp[j] == cache.generation) continue;
+        const double f = table.frequency[j];
+        const SinCos a = FastSinCosRad(cache.t * f);
         const double x = f * cache.shift, x2 = x * x;
-        const double cx = 1.0 - x2 / 2.0 * (1.0 - x2 / 12.0 * (1.0 - x2 / 30.0 * (1.0 - x2 / 56.0)));
-        const double sx = x * (1.0 - x2 / 6.0 * (1.0 - x2 / 20.0 * (1.0 - x2 / 42.0 * (1.0 - x2 / 72.0))));
-        cache.c0[j] = cache.c1[j] * cx + cache.s1[j] * sx;
-        cache.s0[j] = cache.s1[j] * cx - cache.c1[j] * sx;
-        cache.done[j] = true;
+        const double cx = 1.0 - x2 * (0.5 - x2 * (1.0 / 24.0 - x2 * (1.0 / 720.0 - x2 * (1.0 / 40320.0))));
+        const double sx = x * (1.0 - x2 * (1.0 / 6.0 - x2 * (1.0 / 120.0 - x2 * (1.0 / 5040.0 - x2 * (1.0 / 362880.0)))));
+        cache.c1[j] = a.c;
+        cache.s1[j] = a.s;
+        cache.c0[j] = a.c * cx + a.s * sx;
+        cache.s0[j] = a.s * cx - a.c * sx;
+        cache.stamp[j] = cache.generation;
     }
-    // cos and sin of phase + argument.
-    return {w.cp * cache.c1[j] - w.sp * cache.s1[j], w.sp * cache.c1[j] + w.cp * cache.s1[j],
-            w.cp * cache.c0[j] - w.sp * cache.s0[j], w.sp * cache.c0[j] + w.cp * cache.s0[j]};
+    cache.ready[moon] = cache.generation;
 }
 
 }  // namespace
@@ -124,7 +132,7 @@ int GalileanL12(int index, double jde, double out[3]) {
     double a = 0.0, l = m.al[0] + t * m.al[1], k = 0.0, h = 0.0, q = 0.0, p = 0.0;
     for (int i = 0; i < m.na; ++i) a += m.a[i].amplitude * std::cos(m.a[i].phase + t * m.a[i].frequency);
     for (int i = 0; i < m.nl; ++i) l += m.l[i].amplitude * std::sin(m.l[i].phase + t * m.l[i].frequency);
-    l = std::fmod(l, kTwoPi);
+    l = WrapRad(l);
     for (int i = 0; i < m.nz; ++i) {
         const double arg = m.z[i].phase + t * m.z[i].frequency;
         k += m.z[i].amplitude * std::cos(arg);
@@ -155,51 +163,64 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     if (!(cache.t == t && cache.shift == shift)) {
         cache.t = t;
         cache.shift = shift;
-        for (bool &d : cache.done) d = false;
+        if (++cache.generation == 0) {  // wrapped: no stamp may look current
+            for (unsigned &v : cache.stamp) v = 0;
+            for (unsigned &v : cache.ready) v = 0;
+            cache.generation = 1;
+        }
     }
     const int moon = index - 1;
+    if (cache.ready[moon] != cache.generation) Fill(cache, table, moon);
+    const double *c1 = cache.c1, *s1 = cache.s1, *c0 = cache.c0, *s0 = cache.s0;
     // el: a, lambda, k, h, q, p at t; e0, r0: the same and their rates at t - shift.
     double el[6] = {0.0, m.al[0] + t * m.al[1], 0.0, 0.0, 0.0, 0.0};
     double e0[6] = {0.0, m.al[0] + (t - shift) * m.al[1], 0.0, 0.0, 0.0, 0.0};
     double r0[6] = {0.0, m.al[1], 0.0, 0.0, 0.0, 0.0};
-    for (int i = 0; i < m.na; ++i) {
-        const L12Term &w = m.a[i];
-        const Turned u = Turn(cache, table, moon, 0, i);
-        el[0] += w.amplitude * u.c1;
-        e0[0] += w.amplitude * u.c0;
-        r0[0] -= w.amplitude * w.frequency * u.s0;
+    const Term *terms = table.terms[moon][0];
+    for (int i = 0; i < m.na; ++i) {  // A cos(phase + f t)
+        const Term &w = terms[i];
+        const int j = w.f;
+        el[0] += w.ac * c1[j] - w.as * s1[j];
+        e0[0] += w.ac * c0[j] - w.as * s0[j];
+        r0[0] -= w.afs * c0[j] + w.afc * s0[j];
     }
-    for (int i = 0; i < m.nl; ++i) {
-        const L12Term &w = m.l[i];
-        const Turned u = Turn(cache, table, moon, 1, i);
-        el[1] += w.amplitude * u.s1;
-        e0[1] += w.amplitude * u.s0;
-        r0[1] += w.amplitude * w.frequency * u.c0;
+    terms = table.terms[moon][1];
+    for (int i = 0; i < m.nl; ++i) {  // A sin(phase + f t)
+        const Term &w = terms[i];
+        const int j = w.f;
+        el[1] += w.as * c1[j] + w.ac * s1[j];
+        e0[1] += w.as * c0[j] + w.ac * s0[j];
+        r0[1] += w.afc * c0[j] - w.afs * s0[j];
     }
     // z = k + ih and zeta = q + ip: cosine and sine of the same argument.
-    const L12Term *complex[2] = {m.z, m.zeta};
     const int counts[2] = {m.nz, m.nzeta};
-    for (int s = 0; s < 2; ++s)
+    for (int s = 0; s < 2; ++s) {
+        terms = table.terms[moon][2 + s];
+        double *e = el + 2 + 2 * s, *f = e0 + 2 + 2 * s, *r = r0 + 2 + 2 * s;
         for (int i = 0; i < counts[s]; ++i) {
-            const L12Term &w = complex[s][i];
-            const Turned u = Turn(cache, table, moon, 2 + s, i);
-            el[2 + 2 * s] += w.amplitude * u.c1;
-            el[3 + 2 * s] += w.amplitude * u.s1;
-            e0[2 + 2 * s] += w.amplitude * u.c0;
-            e0[3 + 2 * s] += w.amplitude * u.s0;
-            r0[2 + 2 * s] -= w.amplitude * w.frequency * u.s0;
-            r0[3 + 2 * s] += w.amplitude * w.frequency * u.c0;
+            const Term &w = terms[i];
+            const int j = w.f;
+            const double c = w.ac * c0[j] - w.as * s0[j], sn = w.as * c0[j] + w.ac * s0[j];
+            e[0] += w.ac * c1[j] - w.as * s1[j];
+            e[1] += w.as * c1[j] + w.ac * s1[j];
+            f[0] += c;
+            f[1] += sn;
+            r[0] -= w.afs * c0[j] + w.afc * s0[j];
+            r[1] += w.afc * c0[j] - w.afs * s0[j];
         }
-    el[1] = std::fmod(el[1], kTwoPi);
-    e0[1] = std::fmod(e0[1], kTwoPi);
+    }
+    el[1] = WrapRad(el[1]);
+    e0[1] = WrapRad(e0[1]);
     double v[3];
-    EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v);
+    const double F = EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v);
     ToJ2000(v, out);
     // The model's own instant: its position (the loop's first pass) and its
     // eccentric longitude, from which later passes start Kepler's equation;
-    // F moves with lambda at the rate 1 / (1 - k cos F - h sin F).
+    // F moves with lambda at the rate 1 / (1 - k cos F - h sin F). Its
+    // Kepler's equation starts from the instant's F - lambda, which moves by
+    // about e n shift (5e-4 rad for Io).
     double cs[2];
-    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v, NAN, cs);
+    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v, e0[1] + (F - el[1]), cs);
     ToJ2000(v, local->position);
     local->rateF = r0[1] / (1.0 - e0[2] * cs[0] - e0[3] * cs[1]);
     local->index = index;

@@ -3,6 +3,7 @@
 // theories.
 #include <cmath>
 
+#include "math/fast_trig.h"
 #include "psat/sat_theory.h"
 
 namespace kvx::psat {
@@ -36,9 +37,15 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
     // from startF. Newton's error after a step d is at most
     // e / (2 (1 - e)) d^2, below 1e-15 rad for d < 1e-7 and e < 0.1, so the
     // loop stops there; the cosine and sine of the corrected F follow from
-    // the last pass's by the rotation through d (to d^3 / 6).
-    double F = std::isfinite(startF) ? startF : lambda + k * std::sin(lambda) - h * std::cos(lambda);
-    double cf = std::cos(F), sf = std::sin(F);
+    // the last pass's by the rotation through d (to d^3 / 6). The sines and
+    // cosines are those of math/fast_trig.h (within 2.3e-16).
+    double F = startF;
+    if (!std::isfinite(F)) {
+        const SinCos l = FastSinCosRad(lambda);
+        F = lambda + k * l.s - h * l.c;
+    }
+    SinCos csF = FastSinCosRad(F);
+    double cf = csF.c, sf = csF.s;
     const double e2 = k * k + h * h;
     const double stop = e2 < 0.01 ? 1.0e-7 : 1.0e-13;
     for (int it = 0; it < kMaxKeplerIterations; ++it) {
@@ -51,8 +58,9 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
             cf = c;
             break;
         }
-        cf = std::cos(F);
-        sf = std::sin(F);
+        csF = FastSinCosRad(F);
+        cf = csF.c;
+        sf = csF.s;
     }
     const double dle = h * cf - k * sf;
     const double phi = std::sqrt(1.0 - k * k - h * h);

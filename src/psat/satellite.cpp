@@ -33,9 +33,9 @@ int Hundreds(int planet) {
 
 // The record of a satellite from the planetocentric vector s at the
 // light-time instant, s0 at the instant itself and the planet's geocentric
-// vector P, on the body pipeline's head.
+// vector P, on the body pipeline's head measured from the planet's.
 void FillSatelliteBody(const ATime *t, const BodyPos *planet, const double P[3], const double s[3],
-                       const double s0[3], const SatelliteEntry *entry, BodyPos *out) {
+                       const double s0[3], const body::NearPlace &near, const SatelliteEntry *entry, BodyPos *out) {
     namespace slot = body::satellite_slot;
     const double *ph = body::Vec(*planet, body::planet_slot::kHelio);
     const double *pr = body::Vec(*planet, body::planet_slot::kHelioRetarded);
@@ -47,7 +47,7 @@ void FillSatelliteBody(const ATime *t, const BodyPos *planet, const double P[3],
     out->f[slot::kHelioDistance] = vec3::Norm(h0);
     body::EclipticOfDate(*t, h0, body::Vec(*out, slot::kHelioEcliptic));
     const double v[3] = {P[0] + s[0] - t->obsPos[0], P[1] + s[1] - t->obsPos[1], P[2] + s[2] - t->obsPos[2]};
-    body::FillHead(*t, v, body::AngleRule::kAtan2, out);
+    body::FillHead(*t, v, near, out);
     if (entry) {
         out->f[slot::kMassRatio] = entry->massRatio;
         out->f[slot::kRadiusA] = entry->a;
@@ -236,21 +236,28 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
         local.index = 0;  // no local model
     }
 
-    // The planet's geocentric vector from its place and distance; kept per
-    // thread for the last planet record and observer, as a caller places a
-    // planet's satellites one after another.
-    thread_local double lastKey[6] = {NAN, NAN, NAN, NAN, NAN, NAN}, lastP[3];
-    const double key[6] = {pf[0], pf[1], pf[6], t->obsPos[0], t->obsPos[1], t->obsPos[2]};
+    // The planet's geocentric vector from its place and distance, and its
+    // head's angles for the satellite's (a satellite is seen within a
+    // degree of its planet); kept per thread for the last planet record and
+    // observer, as a caller places a planet's satellites one after another.
+    struct PlanetFrame {
+        double key[10] = {NAN, NAN, NAN, NAN, NAN, NAN, NAN, NAN, NAN, NAN};
+        double P[3];
+        body::NearPlace near;
+    };
+    thread_local PlanetFrame last;
+    const double key[10] = {pf[0], pf[1], pf[2], pf[3], pf[4], pf[5], pf[6], t->obsPos[0], t->obsPos[1], t->obsPos[2]};
     bool same = true;
-    for (int k = 0; k < 6; ++k) same = same && key[k] == lastKey[k];
+    for (int k = 0; k < 10; ++k) same = same && key[k] == last.key[k];
     if (!same) {
-        const double ra = DegToRad(pf[0]), dec = DegToRad(pf[1]);
-        lastP[0] = std::cos(dec) * std::cos(ra) * pf[6] + t->obsPos[0];
-        lastP[1] = std::cos(dec) * std::sin(ra) * pf[6] + t->obsPos[1];
-        lastP[2] = std::sin(dec) * pf[6] + t->obsPos[2];
-        for (int k = 0; k < 6; ++k) lastKey[k] = key[k];
+        body::MakeNearPlace(*planetPos, &last.near);
+        const SinCos ra = last.near.sc[0][0], dec = last.near.sc[0][1];
+        last.P[0] = dec.c * ra.c * pf[6] + t->obsPos[0];
+        last.P[1] = dec.c * ra.s * pf[6] + t->obsPos[1];
+        last.P[2] = dec.s * pf[6] + t->obsPos[2];
+        for (int k = 0; k < 10; ++k) last.key[k] = key[k];
     }
-    const double P[3] = {lastP[0], lastP[1], lastP[2]};
+    const double P[3] = {last.P[0], last.P[1], last.P[2]};
     // Light time: the satellite seen from the planet's geocentric position.
     const double origin[3] = {-P[0], -P[1], -P[2]};
     const body::LightTimeRule rule{pf[body::kDistance], psat::kLightTolerance, body::NonFinite::kStop,
@@ -263,6 +270,6 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
     };
     if (!body::LightTime(jde, origin, nullptr, rule, source, &r)) return 0;
     const double *s = r.position;
-    psat::FillSatelliteBody(t, planetPos, P, s, s0, psat::FindSatellite(planet, index), out);
+    psat::FillSatelliteBody(t, planetPos, P, s, s0, last.near, psat::FindSatellite(planet, index), out);
     return 1;
 }

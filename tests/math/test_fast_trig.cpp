@@ -47,6 +47,35 @@ TEST(FastTrig, WithinOneUlpOfOneOverTheWholeRange) {
         }
 }
 
+// The radian variant and the reduction by whole turns, against the
+// long-double library (whose sinl reduces double arguments exactly).
+TEST(FastTrig, RadiansWithinTheSameBound) {
+    std::mt19937_64 rng(23);
+    // Spans: one quadrant, one turn, the satellite series' arguments (3.6
+    // rad/day over +-1.5e5 days from 1950) and the exact-reduction limit.
+    const double spans[] = {0.8, 6.3, 5.4e5, 9.99e5};
+    for (double span : spans) {
+        std::uniform_real_distribution<double> u(-span, span);
+        double worst = 0.0, worstWrap = 0.0;
+        for (int i = 0; i < 200000; ++i) {
+            const double x = u(rng);
+            const kvx::SinCos f = kvx::FastSinCosRad(x);
+            const long double s = std::sin(static_cast<long double>(x)), c = std::cos(static_cast<long double>(x));
+            worst = std::fmax(worst, static_cast<double>(std::fmax(std::fabs(f.s - s), std::fabs(f.c - c))));
+            const double w = kvx::WrapRad(x);
+            ASSERT_LE(std::fabs(w), 3.1415926535897936) << x;
+            worstWrap = std::fmax(worstWrap, static_cast<double>(std::fabs(std::sin(w) - s)));
+        }
+        EXPECT_LE(worst, kBound) << "span " << span;
+        // The reduced angle is within half an ulp of pi (2.2e-16) of the
+        // true one; the double sine of it adds up to 1.2e-16.
+        EXPECT_LE(worstWrap, 3.5e-16) << "span " << span;
+    }
+    // Beyond the limit, and for non-finite input, the library's functions.
+    EXPECT_EQ(kvx::FastSinCosRad(3e6).s, std::sin(3e6));
+    EXPECT_TRUE(std::isnan(kvx::FastSinCosRad(NAN).c) && std::isnan(kvx::WrapRad(INFINITY)));
+}
+
 TEST(FastTrig, ExactValuesAndNonFiniteInput) {
     // The reduction in degrees makes the zeros exact, where sin(pi) is not.
     EXPECT_EQ(kvx::FastSinDeg(180.0), 0.0);

@@ -19,6 +19,7 @@
 
 #include "kvxlib.h"
 #include "math/constants.h"
+#include "math/fast_trig.h"
 #include "math/vec3.h"
 #include "solar/body/body_slots.h"
 
@@ -97,6 +98,22 @@ enum class AngleRule { kAtan2, kAsin };
 // (J2000.0 equator; any unit, which the distance slot keeps): distance,
 // astrometric place, ecliptic place of date and apparent place of date.
 void FillHead(const ATime &t, const double s[3], AngleRule rule, BodyPos *out);
+
+// The head's three angle pairs of a nearby body (a satellite's planet, from
+// its record), with their cosines and sines: FillHead then measures a body
+// close to it by its small offsets from them. Pairs: astrometric, ecliptic
+// of date, apparent of date.
+struct NearPlace {
+    double deg[3][2];
+    SinCos sc[3][2];
+};
+void MakeNearPlace(const BodyPos &near, NearPlace *out);
+
+// FillHead for a body seen within about a degree of the NearPlace: the same
+// vectors, with each angle pair found as the reference's plus the offset,
+// whose arctangent is a short series (no library call). A body farther out
+// (or a reference from another instant) takes the kAtan2 rule.
+void FillHead(const ATime &t, const double s[3], const NearPlace &near, BodyPos *out);
 
 // Illuminated fraction and bright-limb angle into the two slots, from the
 // Sun's record and the body's head (bodyDistance in AU).

@@ -97,6 +97,52 @@ TEST(BodyHead, AgreesWithTheCoordinateConverter) {
     }
 }
 
+// The head measured from a nearby body's angles against the head's own
+// arctangents, for bodies around references at the 0/360 seam, at the
+// equator and at high declination: the two differ by rounding alone.
+TEST(BodyHead, NearRuleAgreesWithItsOwnArctangents) {
+    const ATime t = AtJde(kJde);
+    const double refs[3][2] = {{359.99, -12.0}, {150.0, 0.5}, {70.0, 75.0}};
+    // Offsets up to 0.0141 rad, inside the rule's limit of 0.02.
+    const double offsets[4][2] = {{0.01, 0.01}, {-0.01, 0.003}, {1e-7, -0.01}, {-0.0077, -0.0093}};
+    double worst = 0.0;
+    for (const auto &ref : refs) {
+        double r[3];
+        kvx::test::UnitVector(ref[0], ref[1], r);
+        BodyPos planet, direct, near;
+        FillHead(t, r, AngleRule::kAtan2, &planet);
+        NearPlace place;
+        MakeNearPlace(planet, &place);
+        // Offsets along the east (e) and north (n) of r.
+        const double e[3] = {-r[1], r[0], 0.0}, n[3] = {-r[2] * r[0], -r[2] * r[1], r[0] * r[0] + r[1] * r[1]};
+        const double ne = std::hypot(e[0], e[1]), nn = kvx::test::Norm(n);
+        for (const auto &o : offsets) {
+            double s[3];
+            for (int k = 0; k < 3; ++k) s[k] = 4.5 * (r[k] + o[0] * e[k] / ne + o[1] * n[k] / nn);
+            FillHead(t, s, AngleRule::kAtan2, &direct);
+            FillHead(t, s, place, &near);
+            EXPECT_EQ(near.f[kDistance], direct.f[kDistance]);
+            for (int k = 0; k < 6; k += 2) {
+                const double c = std::cos(direct.f[k + 1] * kvx::test::kDegToRad);
+                worst = std::fmax(worst, std::fabs(kvx::test::DiffArcsec(near.f[k], direct.f[k])) * c);
+                worst = std::fmax(worst, std::fabs(kvx::test::DiffArcsec(near.f[k + 1], direct.f[k + 1])));
+                EXPECT_TRUE(near.f[k] >= 0.0 && near.f[k] < 360.0) << near.f[k];
+            }
+        }
+        // Beyond the limit the rule is the arctangents themselves: 0.085 rad
+        // away, one offset exceeds 0.02 in every frame whatever its turn.
+        double far[3];
+        for (int k = 0; k < 3; ++k) far[k] = r[k] + 0.06 * (e[k] / ne + n[k] / nn);
+        FillHead(t, far, AngleRule::kAtan2, &direct);
+        FillHead(t, far, place, &near);
+        for (int k = 0; k < 7; ++k) EXPECT_EQ(near.f[k], direct.f[k]) << k;
+    }
+    // Bound: the series' truncation (u^9 / 9, 6e-17 rad), the reference's
+    // sine and cosine (2.3e-16) and the sum in degrees (an ulp of 360,
+    // 5.7e-14 deg): 3e-10"; measured 1e-10".
+    EXPECT_LT(worst, 3e-10);
+}
+
 TEST(BodyMagnitude, TenthsAreRoundedHalfUpIntoTheLowerHalfOfTheSlot) {
     for (const auto &[m, tenths] : {std::pair{8.28, 83}, {-0.05, 0}, {-1.26, -13}, {-26.74, -267}, {0.25, 3}}) {
         BodyPos b;
