@@ -6,6 +6,7 @@
 #include <fstream>
 #include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -21,44 +22,30 @@ std::set<std::string> HeaderNames() {
     return names;
 }
 
-std::set<std::string> DynamicSymbols() {
-    std::set<std::string> names;
-    const std::string cmd = std::string("nm -D --defined-only '") + KVX_SHARED_LIBRARY + "'";
-    FILE *p = popen(cmd.c_str(), "r");
-    if (!p) return names;
-    char buf[512];
-    while (std::fgets(buf, sizeof buf, p)) {
-        char addr[64], type[8], name[400];
-        if (std::sscanf(buf, "%63s %7s %399s", addr, type, name) != 3) continue;
-        const std::string t = type;
-        if (t == "T" || t == "W" || t == "D" || t == "B" || t == "R" || t == "V" || t == "i") {
-            std::string n = name;
-            const size_t at = n.find('@');
-            if (at != std::string::npos) n = n.substr(0, at);
-            if (n != "KVXLIB_6") names.insert(n);
-        }
+// The standard output of a shell command.
+std::string Output(const std::string &cmd) {
+    std::string out;
+    if (FILE *p = popen(cmd.c_str(), "r")) {
+        char buf[512];
+        while (std::fgets(buf, sizeof buf, p)) out += buf;
+        pclose(p);
     }
-    pclose(p);
-    return names;
+    return out;
 }
 
-TEST(Exports, DynamicSymbolTableEqualsHeaderDeclarations) {
-    const auto declared = HeaderNames();
-    const auto exported = DynamicSymbols();
+TEST(Exports, DynamicSymbolTableEqualsHeaderDeclarationsAndSonameIsMajorVersion) {
+    std::set<std::string> declared = HeaderNames(), exported;
+    std::istringstream nm(Output(std::string("nm -D --defined-only '") + KVX_SHARED_LIBRARY + "'"));
+    for (std::string addr, type, name; nm >> addr >> type >> name;) {
+        if (type.size() != 1 || std::string("TWDBRVi").find(type) == std::string::npos) continue;
+        name = name.substr(0, name.find('@'));
+        if (name != "KVXLIB_6") exported.insert(name);
+    }
     ASSERT_GT(declared.size(), 50u);
     for (const auto &n : declared) EXPECT_TRUE(exported.count(n)) << "declared but not exported: " << n;
     for (const auto &n : exported) EXPECT_TRUE(declared.count(n)) << "exported but not declared: " << n;
-}
-
-TEST(Exports, SonameIsMajorVersion) {
-    const std::string cmd = std::string("objdump -p '") + KVX_SHARED_LIBRARY + "' | grep SONAME";
-    FILE *p = popen(cmd.c_str(), "r");
-    ASSERT_NE(p, nullptr);
-    char buf[256] = {0};
-    const bool got = std::fgets(buf, sizeof buf, p) != nullptr;
-    pclose(p);
-    ASSERT_TRUE(got);
-    EXPECT_NE(std::string(buf).find("libkvxlib.so.6"), std::string::npos) << buf;
+    const std::string soname = Output(std::string("objdump -p '") + KVX_SHARED_LIBRARY + "' | grep SONAME");
+    EXPECT_NE(soname.find("libkvxlib.so.6"), std::string::npos) << soname;
 }
 
 }  // namespace

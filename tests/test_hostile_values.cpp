@@ -54,8 +54,4 @@ TEST(HostileValues, MoonPhasesOfTheExtremeYearsEnd) {
     }
 }
 
-// The damaged planet and Moon files of fuzzer findings (a magnitude of
-// -inf, zero distances, a light-time loop that alternated between the Moon
-// file and the theory forever) are replayed by the fuzz_replay_* tests.
-
 }  // namespace

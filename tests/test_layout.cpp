@@ -28,13 +28,10 @@ static_assert(offsetof(ATime, obsLatitude) == 40 && offsetof(ATime, obsLongitude
               offsetof(ATime, nutMtx) == 424 && offsetof(ATime, nutInvMtx) == 496 && offsetof(ATime, obsPos) == 568);
 static_assert(sizeof(ATime) == 592);
 
-// BodyPos: field k at byte 8(k-1); the integer views share the slots.
-static_assert(sizeof(BodyPos) == 296);
-static_assert(offsetof(BodyPos, moon.fx) == 8 * 26);
-// The field views of BodyPos: field k (from 1) at byte 8(k-1), integer k at 4(k-1).
+// BodyPos: field k (from 1) at byte 8(k-1); the integer views share the slots.
+static_assert(sizeof(BodyPos) == 296 && offsetof(BodyPos, moon.fx) == 8 * 26);
 static_assert(offsetof(BodyPos, i) == 0 && offsetof(BodyPos, f) == 0);
-static_assert(sizeof(MeteorInfo) == 136);
-static_assert(offsetof(MeteorInfo, number) == 0 && offsetof(MeteorInfo, code) == 4 && offsetof(MeteorInfo, name) == 8 &&
+static_assert(sizeof(MeteorInfo) == 136 && offsetof(MeteorInfo, number) == 0 && offsetof(MeteorInfo, code) == 4 && offsetof(MeteorInfo, name) == 8 &&
               offsetof(MeteorInfo, name2) == 40 && offsetof(MeteorInfo, value) == 72 &&
               offsetof(MeteorInfo, intValue) == 112 && offsetof(MeteorInfo, value6) == 120 &&
               offsetof(MeteorInfo, optional) == 128);
@@ -48,8 +45,7 @@ static_assert(offsetof(OrbitElm, incl) == 24 && offsetof(OrbitElm, node) == 32 &
 static_assert(sizeof(PlanetPhysical) == 96 && offsetof(PlanetPhysical, eqRadius) == 8 && offsetof(PlanetPhysical, w1) == 88);
 static_assert(sizeof(NpJupiter) == 56 && sizeof(NpSaturn) == 56 && offsetof(NpSaturn, cm3) == 48);
 static_assert(offsetof(OrbitElm, m) == 48 && offsetof(OrbitElm, n) == 56 && offsetof(OrbitElm, equinox) == 64);
-static_assert(sizeof(CometElements) == 136);
-static_assert(offsetof(CometElements, kind) == 0 && offsetof(CometElements, number) == 4 && offsetof(CometElements, designation) == 8);
+static_assert(sizeof(CometElements) == 136 && offsetof(CometElements, kind) == 0 && offsetof(CometElements, number) == 4 && offsetof(CometElements, designation) == 8);
 static_assert(offsetof(CometElements, perihelionJd) == 40 && offsetof(CometElements, e) == 48 && offsetof(CometElements, q) == 56);
 static_assert(offsetof(CometElements, peri) == 64 && offsetof(CometElements, node) == 72 && offsetof(CometElements, incl) == 80);
 static_assert(offsetof(CometElements, equinox) == 88 && offsetof(CometElements, h) == 96 && offsetof(CometElements, slope) == 104);
@@ -57,5 +53,4 @@ static_assert(offsetof(CometElements, epoch) == 112 && offsetof(CometElements, v
 static_assert(sizeof(((CometElements *)nullptr)->designation) == 32);
 static_assert(sizeof(CometTailPoint) == 64 && offsetof(CometTailPoint, beta) == 40 && offsetof(CometTailPoint, r) == 56);
 static_assert(sizeof(CometTail) == 80 && offsetof(CometTail, antisolarPa) == 64 && offsetof(CometTail, aberration) == 72);
-static_assert(sizeof(MoonPhase) == 16);
-static_assert(offsetof(MoonPhase, phase) == 0 && offsetof(MoonPhase, jd) == 8);
+static_assert(sizeof(MoonPhase) == 16 && offsetof(MoonPhase, phase) == 0 && offsetof(MoonPhase, jd) == 8);

@@ -82,11 +82,7 @@ TEST(NullPointers, EveryExportReturnsItsFailureValue) {
              return AdToPaDist(nullptr, &ad, &x, &x) == nullptr && x == 7.0 && ad.a == 10.0;
          }},
         {"GetConstellation", [&] { return GetConstellation(nullptr, 2451545.0) == -1; }},
-        {"CalcSun", [&] {
-             CalcSun(nullptr, &body);
-             CalcSun(&t, nullptr);
-             return body.f[0] == 123.0;
-         }},
+        {"CalcSun", [&] { CalcSun(nullptr, &body); CalcSun(&t, nullptr); return body.f[0] == 123.0; }},
         {"CalcMoon", [&] {
              CalcMoon2(nullptr, &body);
              CalcMoon2(&t, nullptr);

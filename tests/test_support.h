@@ -20,15 +20,12 @@ namespace kvx::test {
 // is the library's own directory, and a missing moon.xyz).
 inline std::string WithoutLoadDiagnostics(const std::string &err) {
     std::istringstream in(err);
-    std::string line, kept;
-    auto starts = [&](const char *p) { return line.rfind(p, 0) == 0; };
-    auto ends = [&](const char *p) {
-        const std::string t = p;
-        return line.size() >= t.size() && line.compare(line.size() - t.size(), t.size(), t) == 0;
-    };
-    while (std::getline(in, line)) {
-        const bool diagnostic = (starts("open ") && ends(" failed")) || (starts("read ") && ends(" faield")) ||
-                                starts("read JPL header failed. file=") || starts("Unknown file format. file=");
+    std::string kept;
+    for (std::string line; std::getline(in, line);) {
+        const bool diagnostic = (line.starts_with("open ") && line.ends_with(" failed")) ||
+                                (line.starts_with("read ") && line.ends_with(" faield")) ||
+                                line.starts_with("read JPL header failed. file=") ||
+                                line.starts_with("Unknown file format. file=");
         if (!diagnostic) kept += line + "\n";
     }
     return kept;

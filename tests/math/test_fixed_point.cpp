@@ -5,6 +5,8 @@
 
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <vector>
 
 #include "kvxlib.h"
 
@@ -13,31 +15,22 @@ namespace {
 constexpr double kOne = 1073741824.0;
 constexpr uint32_t kPi = 0xC90FDAA2u;
 
-TEST(FixedPoint, MultiplyAndDivide) {
-    EXPECT_EQ(fxpmul(1073741824, 1073741824), 1073741824);
-    EXPECT_EQ(fxpmul(-1, 1), -1);  // arithmetic shift rounds down
-    EXPECT_EQ(fxpmul(-1073741824, 536870912), -536870912);
-    EXPECT_EQ(fxpdiv(536870912, 1073741824), 536870912);
-    EXPECT_EQ(fxpdiv(-1, 3), -357913941);  // truncated toward zero
-    EXPECT_EQ(fxpdiv(1, 0), 0);            // no trap on division by zero
-}
-
-TEST(FixedPoint, GuardsAndEdgeValues) {
-    EXPECT_EQ(fxpcos(0), 1073741824);
-    EXPECT_EQ(fxpcos(-5), 1073741824);
-    EXPECT_EQ(fxpcos(1686629713), 0);
-    EXPECT_EQ(fxpacos(1073741824), 0);
-    EXPECT_EQ(static_cast<uint32_t>(fxpacos(-1073741824)), kPi);
-    EXPECT_EQ(fxpacos(0), 1686629713);
-    EXPECT_EQ(fxpasin(0), 0);
-    EXPECT_EQ(fxpatan2(0, -1073741823), 0);  // not pi: the sign of x is not used
-    EXPECT_EQ(fxpatan2(100, 100), 0);        // radius below 0x500000
-    EXPECT_EQ(fxpsqrt(268435456), 536870912);
-    EXPECT_EQ(fxpsqrt(1073741824), 1073741824);
-    EXPECT_EQ(fxpsqrt(0), 0);
-    EXPECT_EQ(fxpsqrt(-7), 0);
-    EXPECT_EQ(fxpusqrt(0x9DE9E64Du), 1686629713u);
-    EXPECT_EQ(fxpusqrt(0xFFFFFFFFu), 1686629713u);
+// Documented values: arithmetic shifts round down, division truncates
+// toward zero and never traps, guards for small radii and negative roots.
+TEST(FixedPoint, DocumentedValuesAndGuards) {
+    const struct {
+        int64_t got, want;
+    } cases[] = {
+        {fxpmul(1073741824, 1073741824), 1073741824}, {fxpmul(-1, 1), -1}, {fxpmul(-1073741824, 536870912), -536870912},
+        {fxpdiv(536870912, 1073741824), 536870912}, {fxpdiv(-1, 3), -357913941}, {fxpdiv(1, 0), 0},
+        {fxpcos(0), 1073741824}, {fxpcos(-5), 1073741824}, {fxpcos(1686629713), 0},
+        {fxpacos(1073741824), 0}, {static_cast<uint32_t>(fxpacos(-1073741824)), kPi}, {fxpacos(0), 1686629713},
+        {fxpasin(0), 0}, {fxpatan2(0, -1073741823), 0},  // not pi: the sign of x is not used
+        {fxpatan2(0x380000, 0x380000), 0},               // radius 0x4F3000, below 0x500000
+        {fxpsqrt(268435456), 536870912}, {fxpsqrt(1073741824), 1073741824}, {fxpsqrt(0), 0}, {fxpsqrt(-7), 0},
+        {fxpusqrt(0x9DE9E64Du), 1686629713u}, {fxpusqrt(0xFFFFFFFFu), 1686629713u},
+    };
+    for (std::size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].want) << "case " << i;
 }
 
 // Linear interpolation between exact table entries at spacing h errs by at
@@ -101,13 +94,11 @@ TEST(FixedPoint, InterpolationErrorAgainstLibm) {
     }
 }
 
-TEST(FixedPoint, ConversionsTruncateTowardZero) {
+TEST(FixedPoint, ConversionsTruncateAndRotationsMatchDoubles) {
     const Dc v{0.5, -0.3, 0.9999999999};
     FxVec f{};
     DcToFx(&v, &f);
-    EXPECT_EQ(f.x, 536870912);
-    EXPECT_EQ(f.y, static_cast<int32_t>(-0.3 * kOne));
-    EXPECT_EQ(f.z, 1073741823);
+    EXPECT_EQ(std::vector<int32_t>({f.x, f.y, f.z}), std::vector<int32_t>({536870912, int32_t(-0.3 * kOne), 1073741823}));
     Dc back{};
     FxToDc(&f, &back);
     EXPECT_NEAR(back.y, -0.3, 1e-9);
@@ -119,44 +110,33 @@ TEST(FixedPoint, ConversionsTruncateTowardZero) {
     EXPECT_NEAR(out.d, -45.0, 1e-6);
     const FxVec pole{0, 0, 5};
     FxToAd(&pole, &out);
-    EXPECT_EQ(out.a, 0.0);
-    EXPECT_EQ(out.d, 90.0);
-    const double m[9] = {1.0, 0.25, -0.5, 0, 1, 0, -1.0, 0, 0.125};
+    EXPECT_EQ(std::vector<double>({out.a, out.d}), std::vector<double>({0.0, 90.0}));
+    const double mf[9] = {1.0, 0.25, -0.5, 0, 1, 0, -1.0, 0, 0.125};
     Fx fm[9];
-    MatrixFlToFx(m, fm);
-    EXPECT_EQ(fm[0], 1073741824);
-    EXPECT_EQ(fm[2], -536870912);
-    EXPECT_EQ(fm[6], -1073741824);
-}
-
-TEST(FixedPoint, RotationsMatchDoublesAndWritePartially) {
+    MatrixFlToFx(mf, fm);
+    EXPECT_EQ(std::vector<int32_t>({fm[0], fm[2], fm[6]}), std::vector<int32_t>({1073741824, -536870912, -1073741824}));
+    // A rotation in fixed point against doubles (1 + 2^-30 per product and
+    // entry: a few 1e-9); the partial forms write only their components.
     double m[9], rz[9], rx[9];
     RotateZ(30, rz);
     RotateX(-23.44, rx);
     MulMatrix(rx, rz, m);
-    Fx fm[9];
     MatrixFlToFx(m, fm);
-    const Ad ad{200.0, 35.0};
-    Dc v, r;
-    AdToDc(&ad, &v);
-    RotateDc(&v, m, &r);
-    FxVec fv{}, out{};
-    DcToFx(&v, &fv);
-    RotateFx(&fv, fm, &out);
-    EXPECT_NEAR(out.x / kOne, r.x, 4e-9);
-    EXPECT_NEAR(out.y / kOne, r.y, 4e-9);
-    EXPECT_NEAR(out.z / kOne, r.z, 4e-9);
-    EXPECT_EQ(RotateFxX(&fv, fm), out.x);
-    EXPECT_EQ(RotateFxZ(&fv, fm), out.z);
-    FxVec partial{12345, 0, 0};
+    Dc dv, r;
+    const Ad dir{200.0, 35.0};
+    AdToDc(&dir, &dv);
+    RotateDc(&dv, m, &r);
+    FxVec fv{}, res{};
+    DcToFx(&dv, &fv);
+    RotateFx(&fv, fm, &res);
+    EXPECT_NEAR(res.x / kOne, r.x, 4e-9);
+    EXPECT_NEAR(res.y / kOne, r.y, 4e-9);
+    EXPECT_NEAR(res.z / kOne, r.z, 4e-9);
+    FxVec partial{12345, 0, 0}, inPlace = fv;
     RotateFxYZ(&fv, fm, &partial);
-    EXPECT_EQ(partial.x, 12345);  // first component untouched
-    EXPECT_EQ(partial.y, out.y);
-    EXPECT_EQ(partial.z, out.z);
-    FxVec inPlace = fv;
     RotateFx(&inPlace, fm, &inPlace);
-    EXPECT_EQ(inPlace.x, out.x);
-    EXPECT_EQ(inPlace.z, out.z);
+    EXPECT_EQ(std::vector<int32_t>({RotateFxX(&fv, fm), RotateFxZ(&fv, fm), partial.x, partial.y, partial.z, inPlace.x, inPlace.z}),
+              std::vector<int32_t>({res.x, res.z, 12345, res.y, res.z, res.x, res.z}));
 }
 
 }  // namespace

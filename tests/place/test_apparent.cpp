@@ -42,20 +42,19 @@ TEST(AnnualAberration, AgainstErfaOnTheAxesOfDateAndOfJ2000) {
     cmp.Check();
 }
 
+// Removal undoes addition, in place, to the inverse's 1e-6 iteration
+// limit in the vector's difference (second order: below 1e-4").
 TEST(AnnualAberration, RemovalUndoesAdditionInPlace) {
     const ATime t = HandTime(2460000.5, 23.43, 23.44);
-    double worst = 0.0;
     for (int i = 0; i < 500; ++i) {
         double p[3], q[3];
         UnitVector(i * 17.3, std::asin(-1.0 + (i + 0.5) / 250.0) / kDegToRad, p);
         AnnualAberration(&t, p, 1, q);
         EXPECT_GT(SepArcsec(q, p), 0.3);  // aberration is 20" times a sine
         EXPECT_NEAR(Norm(q), 1.0, 1e-15);
-        AnnualAberration(&t, q, 0, q);  // output aliasing the input
-        worst = std::max(worst, SepArcsec(q, p));
+        AnnualAberration(&t, q, 0, q);
+        EXPECT_LT(SepArcsec(q, p), 1e-4) << i;
     }
-    // The inverse iterates to 1e-6 in the vector's difference: second order.
-    EXPECT_LT(worst, 1e-4);
 }
 
 TEST(Deflection, AgainstErfaForStarsAndBodies) {
@@ -81,62 +80,20 @@ TEST(Deflection, AgainstErfaForStarsAndBodies) {
     cmp.Check();
 }
 
-TEST(Deflection, AwayFromTheSunAndNothingBehindIt) {
-    // 1 degree from the Sun a star moves away from it by
-    // (2GM/c^2) sin(E) / (1 - cos E), 0.407".
-    const double e[3] = {1.0, 0.0, 0.0}, sunDir[3] = {-1.0, 0.0, 0.0};
-    double p[3], out[3];
-    UnitVector(179.0, 0.0, p);
-    DeflectionStar(p, e, out);
-    const double expected = 1.974e-8 * std::sin(kDegToRad) / (1.0 - std::cos(kDegToRad)) * kRadToArcsec;
-    EXPECT_NEAR(SepArcsec(out, p), expected, 1e-9);
-    EXPECT_GT(SepArcsec(out, sunDir), SepArcsec(p, sunDir));
-    // Exactly behind the Sun both forms leave the direction alone.
+// Exactly behind the Sun both forms leave the direction alone.
+TEST(Deflection, NothingBehindTheSun) {
+    const double e[3] = {1.0, 0.0, 0.0}, sunDir[3] = {-1.0, 0.0, 0.0}, q[3] = {-2.0, 0.0, 0.0};
+    double out[3];
     DeflectionStar(sunDir, e, out);
     EXPECT_EQ(out[0], -1.0);
-    const double q[3] = {-2.0, 0.0, 0.0};
     DeflectionSolar(sunDir, q, e, out);
     EXPECT_EQ(out[0], -1.0);
 }
 
-TEST(AnnualParallax, DisplacesTowardsTheSunByParallaxTimesSine) {
-    const double sun[2] = {30.0, 10.0}, px = 0.77 / 3600.0;
-    double s[3];
-    UnitVector(sun[0], sun[1], s);
-    for (int i = 0; i < 50; ++i) {
-        double p[3], out[3];
-        UnitVector(i * 37.0, -70.0 + i * 2.9, p);
-        AnnualParallax(p, px, sun, out);
-        // Rigorous: the star at 1/px AU seen from 1 AU off the Sun.
-        const double k = px * kDegToRad, rig[3] = {p[0] + k * s[0], p[1] + k * s[1], p[2] + k * s[2]};
-        EXPECT_LT(SepArcsec(out, rig), 1e-5);
-        const double c = p[0] * s[0] + p[1] * s[1] + p[2] * s[2];
-        EXPECT_NEAR(SepArcsec(out, p), 0.77 * std::sqrt(1.0 - c * c), 1e-5);
-    }
-}
-
-TEST(ProperMotion, MovesAlongAGreatCircleAtTheGivenRate) {
-    for (int i = 0; i < 40; ++i) {
-        const double ra = i * 41.0, dec = -80.0 + i * 4.0, cd = std::cos(dec * kDegToRad);
-        const double pm[2] = {(3.0 - i * 0.2) / 3600.0, (i * 0.15 - 2.5) / 3600.0};
-        const double mu = std::hypot(pm[1], pm[0] * cd), years = 1000.0 + i * 100.0;
-        double p[3], out[3];
-        UnitVector(ra, dec, p);
-        ProperMotion(kJ2000, p, pm, kJ2000 + years * 365.25, out);
-        Ad from{ra, dec}, to;
-        const Dc o{out[0], out[1], out[2]};
-        DcToAd(&o, &to);
-        double pa, dist;
-        Deg2Point(&from, &to, &pa, &dist);
-        EXPECT_NEAR(dist, mu * years, 1e-9);
-        double expectedPa = std::atan2(pm[0] * cd, pm[1]) / kDegToRad;
-        if (expectedPa <= 0.0) expectedPa += 360.0;
-        EXPECT_NEAR(pa, expectedPa, 1e-7);
-    }
-}
-
 // The whole chain against ERFA's space motion, parallax, deflection,
-// aberration and precession-nutation with the same matrices in the record.
+// aberration and precession-nutation with the same matrices in the record:
+// proper motions up to 2"/yr over 50 years and parallaxes up to 0.8" are
+// checked here, to the aberration bound.
 TEST(StarApparent, AgainstTheErfaChain) {
     const Reference ref("place_star.csv", {"jde", "eps_true", "ra", "dec", "pmra", "pmdec", "parallax", "sun_ra",
                                            "sun_dec", "earth_x", "earth_y", "earth_z", "pmat", "p1", "p2", "p3",

@@ -32,10 +32,8 @@ typedef const void *(*MeteorFn)(int32_t);
 
 static void PrintInt(void *lib, const char *name) {
     IntFn f = (IntFn)dlsym(lib, name);
-    if (f)
-        printf("%s=%d\n", name, (int)f());
-    else
-        printf("%s=missing\n", name);
+    if (f) printf("%s=%d\n", name, (int)f());
+    else printf("%s=missing\n", name);
 }
 
 int main(int argc, char **argv) {
@@ -45,12 +43,9 @@ int main(int argc, char **argv) {
         fprintf(stderr, "probe: %s\n", dlerror());
         return 3;
     }
-    PrintInt(lib, "GetJplDeVersion");
-    PrintInt(lib, "IsValidMoonXyzFile");
-    PrintInt(lib, "IsValidPlanetXyzFile");
-    PrintInt(lib, "IsValidJdtFile");
-    PrintInt(lib, "IsValidMeteorFile");
-    PrintInt(lib, "GetMeteorInfoCount");
+    const char *ints[] = {"GetJplDeVersion", "IsValidMoonXyzFile", "IsValidPlanetXyzFile",
+                          "IsValidJdtFile", "IsValidMeteorFile", "GetMeteorInfoCount"};
+    for (size_t i = 0; i < sizeof ints / sizeof ints[0]; ++i) PrintInt(lib, ints[i]);
     DtFn utToDt = (DtFn)dlsym(lib, "UtToDt");
     if (utToDt) printf("DeltaT2000=%.6f\n", (utToDt(2451545.0) - 2451545.0) * 86400.0);
     MeteorFn meteor = (MeteorFn)dlsym(lib, "GetMeteorInfo");

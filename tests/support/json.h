@@ -59,30 +59,47 @@ private:
     static void SkipSpace(const std::string &t, std::size_t &at) {
         while (at < t.size() && (t[at] == ' ' || t[at] == '\n' || t[at] == '\r' || t[at] == '\t')) ++at;
     }
-    static bool Literal(const std::string &t, std::size_t &at, const char *word) {
-        const std::string w = word;
-        if (t.compare(at, w.size(), w) != 0) return false;
-        at += w.size();
-        return true;
+    static bool Literal(const std::string &t, std::size_t &at, const std::string &word) {
+        if (t.compare(at, word.size(), word) != 0) return false;
+        return at += word.size(), true;
     }
     static std::string ParseString(const std::string &t, std::size_t &at) {
         std::string s;
         for (++at; at < t.size() && t[at] != '"'; ++at) {
-            if (t[at] != '\\') {
-                s += t[at];
-                continue;
-            }
-            const char e = t[++at];
+            const char e = t[at] == '\\' ? t[++at] : '\0';
             if (e == 'u') {  // the CLI escapes only control characters
                 s += static_cast<char>(std::strtol(t.substr(at + 1, 4).c_str(), nullptr, 16));
                 at += 4;
             } else {
-                s += e == 'n' ? '\n' : e == 't' ? '\t' : e == 'r' ? '\r' : e == 'b' ? '\b' : e == 'f' ? '\f' : e;
+                s += !e ? t[at] : e == 'n' ? '\n' : e == 't' ? '\t' : e == 'r' ? '\r' : e == 'b' ? '\b' : e == 'f' ? '\f' : e;
             }
         }
         if (at >= t.size()) ADD_FAILURE() << "JSON: unterminated string";
         ++at;
         return s;
+    }
+    // An object's members or an array's items up to the closing bracket.
+    static void ParseContainer(const std::string &t, std::size_t &at, Json &v) {
+        const bool object = v.kind_ == Kind::kObject;
+        const char close = object ? '}' : ']';
+        SkipSpace(t, ++at);
+        if (at < t.size() && t[at] == close) return void(++at);
+        while (at < t.size()) {
+            SkipSpace(t, at);
+            if (object) {
+                const std::string key = ParseString(t, at);
+                SkipSpace(t, at);
+                if (t[at++] != ':') ADD_FAILURE() << "JSON: ':' expected after \"" << key << "\"";
+                (*v.members_)[key] = ParseValue(t, at);
+            } else {
+                v.items_->push_back(ParseValue(t, at));
+            }
+            SkipSpace(t, at);
+            const bool comma = at < t.size() && t[at] == ',', end = at < t.size() && t[at] == close;
+            if (!comma && !end) ADD_FAILURE() << "JSON: ',' or end expected at " << at;
+            if (!comma) return void(at += end);
+            ++at;
+        }
     }
     static Json ParseValue(const std::string &t, std::size_t &at) {
         SkipSpace(t, at);
@@ -90,32 +107,10 @@ private:
         if (at >= t.size()) {
             ADD_FAILURE() << "JSON: value expected at the end";
         } else if (t[at] == '{' || t[at] == '[') {
-            const bool object = t[at] == '{';
-            v.kind_ = object ? Kind::kObject : Kind::kArray;
+            v.kind_ = t[at] == '{' ? Kind::kObject : Kind::kArray;
             v.members_ = std::make_shared<std::map<std::string, Json>>();
             v.items_ = std::make_shared<std::vector<Json>>();
-            ++at;
-            SkipSpace(t, at);
-            if (at < t.size() && t[at] == (object ? '}' : ']')) return ++at, v;
-            while (at < t.size()) {
-                SkipSpace(t, at);
-                if (object) {
-                    const std::string key = ParseString(t, at);
-                    SkipSpace(t, at);
-                    if (t[at++] != ':') ADD_FAILURE() << "JSON: ':' expected after \"" << key << "\"";
-                    (*v.members_)[key] = ParseValue(t, at);
-                } else {
-                    v.items_->push_back(ParseValue(t, at));
-                }
-                SkipSpace(t, at);
-                if (at < t.size() && t[at] == ',') {
-                    ++at;
-                    continue;
-                }
-                if (at < t.size() && t[at] == (object ? '}' : ']')) return ++at, v;
-                ADD_FAILURE() << "JSON: ',' or end expected at " << at;
-                break;
-            }
+            ParseContainer(t, at, v);
         } else if (t[at] == '"') {
             v.kind_ = Kind::kString;
             v.string_ = ParseString(t, at);
@@ -135,8 +130,8 @@ private:
     Kind kind_ = Kind::kNull;
     double number_ = 0.0;
     std::string string_;
-    std::shared_ptr<std::vector<Json>> items_;
     std::shared_ptr<std::map<std::string, Json>> members_;
+    std::shared_ptr<std::vector<Json>> items_;
 };
 
 }  // namespace kvx::test

@@ -53,6 +53,7 @@ inline std::string TestDataPath(const char *name) { return std::string(KVX_TEST_
 // fail the test (a truncated or misformatted file).
 class Reference {
 public:
+    // One row; it is also its own iterator over the file.
     class Row {
     public:
         Row(const Reference &ref, std::size_t index) : ref_(&ref), index_(index) {}
@@ -61,7 +62,6 @@ public:
         // The numbers from a column on, for vectors and matrices stored in
         // consecutive columns.
         const double *From(std::string_view column) const { return &ref_->rows_[index_][ref_->Column(column)]; }
-        std::size_t index() const { return index_; }
         // "row 17 (jde=2451545.5)": the row number and its first column.
         std::string Label() const {
             char buf[96];
@@ -69,24 +69,13 @@ public:
                           ref_->rows_[index_][0]);
             return buf;
         }
+        const Row &operator*() const { return *this; }
+        Row &operator++() { return ++index_, *this; }
+        bool operator!=(const Row &o) const { return index_ != o.index_; }
 
     private:
         const Reference *ref_;
         std::size_t index_;
-    };
-    class Iterator {
-    public:
-        Iterator(const Reference &ref, std::size_t i) : ref_(&ref), i_(i) {}
-        Row operator*() const { return Row(*ref_, i_); }
-        Iterator &operator++() {
-            ++i_;
-            return *this;
-        }
-        bool operator!=(const Iterator &o) const { return i_ != o.i_; }
-
-    private:
-        const Reference *ref_;
-        std::size_t i_;
     };
 
     Reference(const char *file, std::vector<std::string> columns)
@@ -102,9 +91,8 @@ public:
     }
     std::size_t size() const { return rows_.size(); }
     Row operator[](std::size_t i) const { return Row(*this, i); }
-    Iterator begin() const { return Iterator(*this, 0); }
-    Iterator end() const { return Iterator(*this, rows_.size()); }
-    const std::string &file() const { return file_; }
+    Row begin() const { return Row(*this, 0); }
+    Row end() const { return Row(*this, rows_.size()); }
 
 private:
     std::size_t Column(std::string_view name) const {
@@ -144,7 +132,6 @@ public:
     // Rows deliberately left out; the test asserts how many with Skipped().
     void Skip() { ++skipped_; }
     int Skipped() const { return skipped_; }
-    double WorstOf(std::string_view quantity) const { return worst_.at(std::string(quantity)).value; }
 
     // Every quantity was measured at least once and stays within its bound.
     // The measured worst values are printed once, for closing notes.

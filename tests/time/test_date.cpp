@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <string>
 #include <vector>
@@ -18,9 +17,9 @@ namespace {
 ADate Date(int y, int m, int d, int hh = 0, int mi = 0, double s = 0.0, double tz = 0.0) {
     return ADate{y, m, d, hh, mi, s, tz};
 }
+std::vector<double> Fields(const ADate &a) { return {double(a.year), double(a.month), double(a.day), double(a.hour), double(a.minute), a.second, a.tz}; }
 
-TEST(CalcJd, ReformSwitchesOnTheJulianValue) {
-    EXPECT_EQ(CalcJd(2000, 1, 1.5), 2451545.0);
+TEST(CalcJd, ReformZoneAndHoursPast24) {
     EXPECT_EQ(CalcJd(1582, 10, 15), 2299160.5);
     EXPECT_EQ(CalcJd(1582, 10, 5), 2299160.5);  // Julian Oct 5 0h is left uncorrected
     EXPECT_EQ(CalcJd(1582, 10, 4), 2299159.5);
@@ -30,11 +29,13 @@ TEST(CalcJd, ReformSwitchesOnTheJulianValue) {
     int32_t y, m;
     double d;
     EXPECT_EQ(JdToDate(2299160.5, &y, &m, &d), 1582);
-    EXPECT_EQ(m, 10);
-    EXPECT_EQ(d, 15.0);
+    EXPECT_EQ(m * 100 + d, 1015.0);
     JdToDate(2299159.5, &y, &m, &d);
-    EXPECT_EQ(m, 10);
-    EXPECT_EQ(d, 4.0);
+    EXPECT_EQ(m * 100 + d, 1004.0);
+    ADate z = Date(2000, 1, 1, 21, 0, 0.0, 9.0), h36 = Date(2000, 1, 1, 36);
+    EXPECT_EQ(GetJd(&z), 2451545.0);
+    EXPECT_EQ(GetJd(&h36), 2451546.0);
+    EXPECT_EQ(GetMjd(2451545.0), 51544.5);
 }
 
 TEST(CalcJd, AgreesWithErfaAndRoundTrips) {
@@ -52,42 +53,28 @@ TEST(CalcJd, AgreesWithErfaAndRoundTrips) {
                                     (row["hour"] * 3600 + row["minute"] * 60 + row["second"]), row);
     }
     cmp.Check();
-}
-
-TEST(CalcJd, RoundTripsOverAHundredThousandYearsEachWay) {
-    for (int y = -100000; y <= 100000; y += 97) {
-        for (int m = 1; m <= 12; m += 5) {
-            const double jd = CalcJd(y, m, 17.25);
+    // Over a hundred thousand years each way, and consecutive days one day
+    // apart across month, year and reform edges.
+    for (int yr = -100000; yr <= 100000; yr += 97)
+        for (int mo = 1; mo <= 12; mo += 5) {
             int32_t yy, mm;
             double dd;
-            ASSERT_EQ(JdToDate(jd, &yy, &mm, &dd), y);
-            ASSERT_EQ(mm, m);
-            ASSERT_NEAR(dd, 17.25, 1e-6) << y;
+            ASSERT_EQ(JdToDate(CalcJd(yr, mo, 17.25), &yy, &mm, &dd), yr);
+            ASSERT_EQ(mm, mo);
+            ASSERT_NEAR(dd, 17.25, 1e-6) << yr;
         }
-    }
-    // Consecutive days stay one day apart across month, year and reform edges.
     double prev = CalcJd(1500, 1, 1);
-    for (int k = 1; k < 200000; ++k) {
+    for (int k = 1; k < 200000; ++k, prev += 1.0) {
         ADate d{};
         JdToDate2(prev + 1.0, &d);
-        const double jd = CalcJd(d.year, d.month, d.day);
-        ASSERT_EQ(jd, prev + 1.0) << d.year << "-" << d.month << "-" << d.day;
-        prev = jd;
+        ASSERT_EQ(CalcJd(d.year, d.month, d.day), prev + 1.0) << d.year << "-" << d.month << "-" << d.day;
     }
-}
-
-TEST(GetJd, ZoneAndHoursPast24) {
-    ADate d = Date(2000, 1, 1, 21, 0, 0.0, 9.0);
-    EXPECT_EQ(GetJd(&d), 2451545.0);
-    d = Date(2000, 1, 1, 36, 0, 0.0, 0.0);
-    EXPECT_EQ(GetJd(&d), 2451546.0);
-    EXPECT_EQ(GetMjd(2451545.0), 51544.5);
 }
 
 // Interval shifts: months roll over (a month after Jan 31 is in March),
 // days that the reform removed snap to its edges, months below 1 borrow
 // years, time carries across days, and an exact backward multiple of a day
-// leaves 24:00 of the day before.
+// leaves 24:00 of the day before. Zone changes go through the same shift.
 TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
     const struct {
         ADate from, interval;
@@ -108,36 +95,22 @@ TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
     for (const auto &c : cases) {
         ADate d = c.from;
         EXPECT_EQ(ChangeDate(&d, &c.interval, c.subtract), c.to.day);
-        EXPECT_EQ(std::vector<int>({d.year, d.month, d.day, d.hour, d.minute}),
-                  std::vector<int>({c.to.year, c.to.month, c.to.day, c.to.hour, c.to.minute}))
-            << c.from.year << "-" << c.from.month << "-" << c.from.day;
-        EXPECT_NEAR(d.second, c.to.second, 1e-9);
+        EXPECT_EQ(Fields(d), Fields(c.to)) << c.from.year << "-" << c.from.month << "-" << c.from.day;
     }
-}
-
-TEST(ChangeLimitDate, RejectsYearsBeyondTheLimitUntouched) {
+    // Beyond year 100000 the limited form leaves the date untouched
+    // (compared field by field: a memcmp would see the padding).
     ADate d = Date(100000, 6, 1, 5, 6, 7.0, 3.0);
-    const ADate before = d;
-    const ADate oneYear = Date(1, 0, 0);
+    const ADate before = d, oneYear = Date(1, 0, 0);
     EXPECT_EQ(ChangeLimitDate(&d, &oneYear, 0), 100001);
-    // Field by field: a memcmp would also compare the padding after minute.
-    auto fields = [](const ADate &a) {
-        return std::vector<double>({double(a.year), double(a.month), double(a.day), double(a.hour),
-                                    double(a.minute), a.second, a.tz});
-    };
-    EXPECT_EQ(fields(d), fields(before));
+    EXPECT_EQ(Fields(d), Fields(before));
     EXPECT_EQ(ChangeLimitDate(&d, &oneYear, 1), 99999);
     EXPECT_EQ(d.year, 99999);
-}
-
-TEST(ChangeTimezone, ShiftsTheFieldsAndSetsTheZone) {
-    ADate d = Date(2000, 1, 1, 3, 0, 0.0, 9.0);
+    d = Date(2000, 1, 1, 3, 0, 0.0, 9.0);
     EXPECT_EQ(ChangeTimezone(&d, 5.5), 1999);
-    EXPECT_EQ(std::vector<int>({d.day, d.hour, d.minute}), std::vector<int>({31, 23, 30}));
-    EXPECT_EQ(d.tz, 5.5);
+    EXPECT_EQ(Fields(d), Fields(Date(1999, 12, 31, 23, 30, 0.0, 5.5)));
     d = Date(2000, 1, 31, 30, 60, 0.0, 9.0);  // 31st 31:00 is Feb 1 07:00
     Date36To24(&d);
-    EXPECT_EQ(std::vector<int>({d.month, d.day, d.hour, d.minute}), std::vector<int>({2, 1, 7, 0}));
+    EXPECT_EQ(Fields(d), Fields(Date(2000, 2, 1, 7, 0, 0.0, 9.0)));
 }
 
 TEST(CheckDate, LeapRulesAndLimits) {
@@ -154,10 +127,10 @@ TEST(CheckDate, LeapRulesAndLimits) {
     for (const auto &c : cases)
         EXPECT_EQ(CheckDate(&c.d), c.valid) << c.d.year << "-" << c.d.month << "-" << c.d.day << " " << c.d.hour
                                             << ":" << c.d.minute;
-    EXPECT_EQ(CheckDate(nullptr), 0);
 }
 
-TEST(GetTimezone, TruncatesToWholeHours) {
+// The system zone in whole hours, truncated toward zero; the clock's date in it.
+TEST(GetTimezone, TruncatesToWholeHoursAndNowIsInTheZone) {
     const char *old = std::getenv("TZ");
     const std::string saved = old ? old : "";
     const struct {
@@ -178,9 +151,6 @@ TEST(GetTimezone, TruncatesToWholeHours) {
     if (old) setenv("TZ", saved.c_str(), 1);
     else unsetenv("TZ");
     tzset();
-}
-
-TEST(GetNowDate, GivesTheCurrentTimeInTheZone) {
     ADate a{}, b{};
     GetNowDate(&a, 123.0, 9.0);
     GetNowDate(&b, 0.0, 0.0);
@@ -189,12 +159,6 @@ TEST(GetNowDate, GivesTheCurrentTimeInTheZone) {
     EXPECT_EQ(a.second, std::floor(a.second));  // whole seconds
     EXPECT_NEAR(GetJd(&a), GetJd(&b), 2.0 / 86400.0);
     EXPECT_GT(a.year, 2020);
-}
-
-// The obliquity is compared with ERFA through the precession matrix; here
-// its clamp beyond 30 centuries.
-TEST(TimeArguments, ObliquityClamp) {
-    EXPECT_EQ(GetEp(2451545.0 + 40 * 36525.0), GetEp(2451545.0 + 30 * 36525.0));
 }
 
 }  // namespace
