@@ -5,8 +5,8 @@
 // dates, the targets and the arguments, so that a mutation near the end
 // changes the queries and one elsewhere the data (the bytes still belong to
 // the file too; a data file's last bytes are the least interesting ones).
-// One mode gives the reader a real file: an anonymous memory file (memfd)
-// reached by its /proc/self/fd path, so the file path stays fuzzed.
+// One mode of the replay gives the reader a real file: an anonymous memory
+// file (memfd) reached by its /proc/self/fd path.
 #pragma once
 
 #include <sys/mman.h>
@@ -106,12 +106,15 @@ private:
 // How a harness hands the input to the reader.
 enum class Mode { kMemory, kFile, kOnMemory };
 
-// Mostly the memory source; one input in 32 the real file (whose system
-// calls cost as much as the rest of the input: the parsing is the same) and
-// one in eight the reader's own read-into-memory mode.
+// Mostly the memory source, one input in eight the reader's own
+// read-into-memory mode, and in the replay program one in 32 the real file.
+// The fuzzer itself never takes the file: its system calls cost more than
+// the rest of an input, the parsing behind them is the same, and an input
+// that once took it would pass the choice on to its mutants.
 inline Mode PickMode(Controls &c) {
     const unsigned k = c.Pick(32);
-    return k == 0 ? Mode::kFile : k <= 4 ? Mode::kOnMemory : Mode::kMemory;
+    if (k == 0) return gOverride.data ? Mode::kFile : Mode::kMemory;
+    return k <= 4 ? Mode::kOnMemory : Mode::kMemory;
 }
 
 }  // namespace kvx::fuzz
