@@ -1,12 +1,15 @@
-// The meteor-shower list: load, read every record back, unload.
-#include <initializer_list>
-
-#include "fuzz_input.h"
+// The meteor-shower list: load (text-mode line ends as on Windows or as on
+// POSIX, chosen by the input), read every record back, unload.
 #include "calendar/meteor.h"
+#include "fuzz_input.h"
 #include "kvxlib.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    if (kvx::meteor::LoadFile(kvx::fuzz::File().Write(data, size))) {
+    kvx::fuzz::Controls in(data, size);
+    const bool loaded = kvx::fuzz::PickMode(in) == kvx::fuzz::Mode::kFile
+                            ? kvx::meteor::LoadFile(kvx::fuzz::File().Write(data, size))
+                            : kvx::meteor::LoadFrom(kvx::platform::MemorySource(data, size, in.Flag()));
+    if (loaded) {
         const int32_t n = GetMeteorInfoCount();
         double sum = 0.0;
         for (int32_t i = 0; i < n; ++i) {

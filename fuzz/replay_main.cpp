@@ -1,13 +1,17 @@
 // Replay driver: runs one harness over every file of the directories and
 // files named on the command line (the seed corpus and the reproducers of
-// past failures), with the ordinary compiler and no fuzzing engine. A crash,
-// a sanitizer report or a hang (ctest's timeout) fails the test.
+// past failures), with the ordinary compiler and no fuzzing engine. Each
+// input runs once as it is and then under kSteerings other sets of steering
+// bytes (see fuzz_input.h). A crash, a sanitizer report or a hang (ctest's
+// timeout) fails the test.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <vector>
+
+#include "fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
@@ -30,6 +34,20 @@ int main(int argc, char **argv) {
             }
             const std::vector<uint8_t> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
             LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+            // Steering bytes from a linear congruential sequence (Knuth's
+            // MMIX constants): the same sets on every run.
+            constexpr int kSteerings = 64;
+            uint64_t x = 1;
+            for (int k = 0; k < kSteerings; ++k) {
+                uint8_t steer[32];
+                for (uint8_t &b : steer) {
+                    x = x * 6364136223846793005u + 1442695040888963407u;
+                    b = static_cast<uint8_t>(x >> 56);
+                }
+                kvx::fuzz::gOverride = {steer, sizeof steer};
+                LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+                kvx::fuzz::gOverride = {};
+            }
             ++runs;
         }
     }

@@ -4,7 +4,6 @@
 #include "calendar/meteor.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -94,22 +93,25 @@ bool ParseLine(const char *line, MeteorInfo *out) {
 }
 
 bool LoadFile(const char *path) {
-    std::FILE *f = platform::OpenForReading(path, "r");
-    if (!f) return false;
+    platform::Source source = platform::OpenSource(path, platform::OpenMode::kText);
+    if (!platform::IsOpen(source)) return false;
+    const bool kept = LoadFrom(source);
+    platform::CloseSource(&source);
+    return kept;
+}
+
+bool LoadFrom(const platform::Source &source) {
+    platform::LineReader lines(source);
     int32_t capacity = kGrowth, count = 0;
     auto *table = static_cast<MeteorInfo *>(std::malloc(sizeof(MeteorInfo) * capacity));
-    if (!table) {
-        std::fclose(f);
-        return false;
-    }
+    if (!table) return false;
     char line[kLineBytes];
-    while (std::fgets(line, sizeof line, f)) {
+    while (lines.Next(line, sizeof line)) {
         MeteorInfo m;
         if (!ParseLine(line, &m)) continue;
         if (count == capacity) {
             auto *grown = static_cast<MeteorInfo *>(std::realloc(table, sizeof(MeteorInfo) * (capacity + kGrowth)));
             if (!grown) {
-                std::fclose(f);
                 std::free(table);
                 return false;
             }
@@ -118,7 +120,6 @@ bool LoadFile(const char *path) {
         }
         table[count++] = m;
     }
-    std::fclose(f);
     if (count == 0) {
         std::free(table);
         return false;

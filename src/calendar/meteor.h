@@ -2,6 +2,7 @@
 #pragma once
 
 #include "kvxlib.h"
+#include "platform/file.h"
 
 namespace kvx::meteor {
 
@@ -12,6 +13,9 @@ bool ParseLine(const char *line, MeteorInfo *out);
 // loaded). True when at least one record was accepted; on failure the
 // record count keeps its previous value.
 bool LoadFile(const char *path);
+
+// As LoadFile, from an open source (a file, or the file's bytes in memory).
+bool LoadFrom(const platform::Source &source);
 
 // Frees the catalogue; the record count is kept.
 void Release();

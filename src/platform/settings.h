@@ -28,6 +28,8 @@ void SetModuleHandle(void *module);
 
 // POSIX: the value of `name` in one configuration file (exposed for tests).
 bool ReadSettingFromFile(const char *file, const char *name, char *buf, size_t size);
+// POSIX: the same from the text of such a file, text[0..length).
+bool ReadSettingFromText(const char *text, size_t length, const char *name, char *buf, size_t size);
 
 #ifndef _WIN32
 // The per-user settings file (empty when neither XDG_CONFIG_HOME nor HOME is

@@ -9,7 +9,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 
+#include "platform/file.h"
 #include "platform/settings.h"
 
 namespace kvx::platform {
@@ -59,38 +61,49 @@ std::string MachineFile() {
 // everything after the first '=' up to the end of the line, as stored. The
 // first line that names the value wins. Lines starting with '#' are
 // comments; lines without '=' are ignored.
-bool ReadSettingFromFile(const char *file, const char *name, char *buf, size_t size) {
-    if (!file || !file[0] || !name || !buf || size == 0) return false;
-    std::FILE *f = std::fopen(file, "r");
-    if (!f) return false;
-    std::string line;
-    bool found = false, fits = false;
-    int c;
-    while (!found) {
-        line.clear();
-        while ((c = std::fgetc(f)) != EOF && c != '\n') line.push_back(static_cast<char>(c));
-        if (c == EOF && line.empty()) break;
-        if (!line.empty() && line.back() == '\r') line.pop_back();
+bool ReadSettingFromText(const char *text, size_t length, const char *name, char *buf, size_t size) {
+    if ((!text && length) || !name || !buf || size == 0) return false;
+    const std::string_view all(text, length), wanted(name);
+    size_t at = 0;
+    while (at < length) {
+        size_t end = all.find('\n', at);
+        if (end == std::string_view::npos) end = length;
+        std::string_view line = all.substr(at, end - at);
+        at = end + 1;
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         size_t p = 0;
         while (p < line.size() && IsBlank(line[p])) ++p;
         if (p == line.size() || line[p] == '#') continue;
         const size_t eq = line.find('=', p);
-        if (eq == std::string::npos) continue;
+        if (eq == std::string_view::npos) continue;
         size_t nameEnd = eq;
         while (nameEnd > p && IsBlank(line[nameEnd - 1])) --nameEnd;
-        const std::string key = line.substr(p, nameEnd - p);
-        if (strcasecmp(key.c_str(), name) != 0) continue;
-        found = true;
-        const std::string value = line.substr(eq + 1);
+        // The name compares as a C string: up to a NUL byte in the line.
+        std::string_view key = line.substr(p, nameEnd - p);
+        key = key.substr(0, key.find('\0'));
+        if (key.size() != wanted.size() || strncasecmp(key.data(), name, key.size()) != 0) continue;
+        const std::string_view value = line.substr(eq + 1);
         // Like a registry read into a buffer too small, a value that does not
         // fit is not read at all.
-        if (value.size() < size && value.find('\0') == std::string::npos) {
-            std::memcpy(buf, value.c_str(), value.size() + 1);
-            fits = true;
-        }
+        if (value.size() >= size || value.find('\0') != std::string_view::npos) return false;
+        std::memcpy(buf, value.data(), value.size());
+        buf[value.size()] = '\0';
+        return true;
     }
-    std::fclose(f);
-    return found && fits;
+    return false;
+}
+
+// The file is read whole (settings files are a few lines) and parsed as text.
+bool ReadSettingFromFile(const char *file, const char *name, char *buf, size_t size) {
+    if (!file || !file[0] || !name || !buf || size == 0) return false;
+    Source source = OpenSource(file, OpenMode::kText);
+    if (!IsOpen(source)) return false;
+    bool found = false;
+    if (LoadIntoMemory(&source, nullptr) == LoadResult::kOk)
+        found = ReadSettingFromText(reinterpret_cast<const char *>(source.bytes), static_cast<size_t>(source.size),
+                                    name, buf, size);
+    CloseSource(&source);
+    return found;
 }
 
 bool ReadSetting(const char *name, char *buf, size_t size) {

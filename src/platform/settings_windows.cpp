@@ -48,6 +48,7 @@ bool ModuleFileName(char *buf, size_t size) {
 void SetModuleHandle(void *module) { gModule = static_cast<HMODULE>(module); }
 
 bool ReadSettingFromFile(const char *, const char *, char *, size_t) { return false; }
+bool ReadSettingFromText(const char *, size_t, const char *, char *, size_t) { return false; }
 
 }  // namespace kvx::platform
 #endif

@@ -8,11 +8,8 @@
 #include <cstring>
 
 #include "kvxlib.h"
+#include "platform/file.h"
 #include "time/delta_t.h"
-
-#if defined(_WIN32)
-#include <share.h>
-#endif
 
 namespace kvx::deltat {
 
@@ -35,14 +32,6 @@ constexpr double kHoldDays = 1826.2110000000002;
 constexpr int kLineLength = 128;  // 127 characters and the terminator
 constexpr char kHeader[] = "# KVXJDT VER.";
 constexpr size_t kHeaderLength = 13;
-
-std::FILE *OpenShared(const char *path) {
-#if defined(_WIN32)
-    return _fsopen(path, "r", _SH_DENYWR);
-#else
-    return std::fopen(path, "r");
-#endif
-}
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -169,8 +158,15 @@ double DeltaTDays(double jd) {
 
 bool LoadFile(const char *path) {
     if (!path) return false;
-    std::FILE *f = OpenShared(path);
-    if (!f) return false;
+    platform::Source source = platform::OpenSource(path, platform::OpenMode::kText);
+    if (!platform::IsOpen(source)) return false;
+    const bool kept = LoadFrom(source);
+    platform::CloseSource(&source);
+    return kept;
+}
+
+bool LoadFrom(const platform::Source &source) {
+    platform::LineReader f(source);
 
     int32_t capacity = 10, count = 0;
     Entry *table = static_cast<Entry *>(std::malloc(sizeof(Entry) * capacity));
@@ -178,7 +174,7 @@ bool LoadFile(const char *path) {
     bool ok = table != nullptr;
     char line[kLineLength];
 
-    bool haveLine = ok && std::fgets(line, sizeof line, f) != nullptr;
+    bool haveLine = ok && f.Next(line, sizeof line);
     if (!haveLine) ok = false;  // empty file
     if (ok) {
         if (IsDigit(line[0])) {
@@ -186,7 +182,7 @@ bool LoadFile(const char *path) {
         } else if (std::strncmp(line, kHeader, kHeaderLength) == 0) {
             gVersion = static_cast<int32_t>(std::strtol(line + kHeaderLength, nullptr, 10));
             if (gVersion < 1) ok = false;
-            else haveLine = std::fgets(line, sizeof line, f) != nullptr;
+            else haveLine = f.Next(line, sizeof line);
         } else {
             ok = false;
         }
@@ -211,9 +207,8 @@ bool LoadFile(const char *path) {
         table[count].jd = jd;
         table[count].dt = gVersion == 1 ? value : (value + 32.184) / 86400.0;
         ++count;
-        haveLine = std::fgets(line, sizeof line, f) != nullptr;
+        haveLine = f.Next(line, sizeof line);
     }
-    std::fclose(f);
     if (!ok) {
         std::free(table);
         return false;

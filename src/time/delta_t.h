@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "platform/file.h"
+
 namespace kvx::deltat {
 
 // Loads the delta-T file at `path` into the process-wide table (replacing
@@ -11,6 +13,9 @@ namespace kvx::deltat {
 // a header line and no data lines is kept as an empty table, which Delta T
 // ignores (it falls back to the built-in rules).
 bool LoadFile(const char *path);
+
+// As LoadFile, from an open source (a file, or the file's bytes in memory).
+bool LoadFrom(const platform::Source &source);
 
 // Frees the loaded table, if any; Delta T falls back to the built-in rules.
 void Release();

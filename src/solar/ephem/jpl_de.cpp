@@ -15,7 +15,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 #include "kvxlib.h"
 #include "platform/file.h"
@@ -53,7 +52,9 @@ void ToNativeDoubles(double *d, int n) {
     }
 }
 
-bool ReadBytes(std::FILE *f, void *dst, size_t n) { return std::fread(dst, 1, n, f) == n; }
+bool ReadBytes(const platform::Source &s, int64_t offset, void *dst, size_t n) {
+    return platform::ReadAt(s, offset, dst, n) == static_cast<int64_t>(n);
+}
 
 bool CoverageUsable(double start, double end, double step) {
     return std::isfinite(start) && std::isfinite(end) && std::isfinite(step) && step > 0.0 && start <= end &&
@@ -73,7 +74,7 @@ int32_t CoefficientsForVersion(int32_t de) {
 // The DE header proper; returns a Code.
 int ParseJplHeader(Reader *r) {
     unsigned char h[3 * 8 + 4 + 2 * 8 + 12 * 12 + 4 + 12];
-    if (!platform::SeekTo(r->stream, kHeaderOffset) || !ReadBytes(r->stream, h, sizeof h)) return kReadFailed;
+    if (!ReadBytes(r->source, kHeaderOffset, h, sizeof h)) return kReadFailed;
     const unsigned char *p = h;
     r->startJd = LeDouble(p), r->endJd = LeDouble(p + 8), r->stepDays = LeDouble(p + 16);
     p += 24;
@@ -106,11 +107,11 @@ int ParseJplHeader(Reader *r) {
 // state whose record geometry is inconsistent is kept but not ready.
 bool ParseKqHeader(Reader *r) {
     unsigned char len[4];
-    if (!platform::SeekTo(r->stream, kKqLengthOffset) || !ReadBytes(r->stream, len, 4)) return false;
+    if (!ReadBytes(r->source, kKqLengthOffset, len, 4)) return false;
     const uint32_t length = static_cast<uint32_t>(LeInt32(len));
     unsigned char f[kKqFieldBytes] = {};
     const size_t take = length < static_cast<uint32_t>(kKqFieldBytes) ? length : kKqFieldBytes;
-    if (!ReadBytes(r->stream, f, take)) return false;
+    if (!ReadBytes(r->source, kKqFieldsOffset, f, take)) return false;
     const unsigned char *p = f;
     r->startJd = LeDouble(p), r->endJd = LeDouble(p + 8), r->stepDays = LeDouble(p + 16);
     r->au = LeDouble(p + 24), r->emrat = LeDouble(p + 32);
@@ -159,24 +160,12 @@ RecordCache &CacheFor(const Reader *r) { return gRecordCache[r->serial & 1]; }
     c.serial = 0;  // whatever happens below, the slot no longer holds a whole record
     const int64_t pos = static_cast<int64_t>(n) * r->recordBytes;
     const size_t want = static_cast<size_t>(r->coefficientsPerRecord);
-    size_t got = 0;
-    if (r->memoryImage) {
-        const int64_t size = r->memoryEnd - r->memoryImage;
-        if (pos < 0 || pos > size) {
-            std::fprintf(stderr, "getbuffer: seek error: pos=%lld\n", static_cast<long long>(pos));
-            return kReadFailed;
-        }
-        const size_t avail = static_cast<size_t>(size - pos) / 8;
-        got = avail < want ? avail : want;
-        std::memcpy(c.coefficients, r->memoryImage + pos, got * 8);
-    } else {
-        if (pos < 0) {
-            std::fprintf(stderr, "getbuffer: seek error: pos=%lld\n", static_cast<long long>(pos));
-            return kReadFailed;
-        }
-        const int64_t bytes = platform::ReadAt(r->stream, pos, c.coefficients, want * 8);
-        got = bytes < 0 ? 0 : static_cast<size_t>(bytes) / 8;
+    if (pos < 0) {
+        std::fprintf(stderr, "getbuffer: seek error: pos=%lld\n", static_cast<long long>(pos));
+        return kReadFailed;
     }
+    const int64_t bytes = platform::ReadAt(r->source, pos, c.coefficients, want * 8);
+    const size_t got = bytes < 0 ? 0 : static_cast<size_t>(bytes) / 8;
     if (got != want) {
         std::fprintf(stderr, "getbuffer: read error: pos=%lld size=%d num=%d\n", static_cast<long long>(pos),
                      r->coefficientSize, static_cast<int>(got));
@@ -292,27 +281,33 @@ int QueryHandle(const Reader *r, int target, double jde, int center, double pos[
 }  // namespace
 
 Reader *Open(const char *path) {
+    platform::Source source = platform::OpenSource(path, platform::OpenMode::kBinary);
+    if (!platform::IsOpen(source)) {
+        std::fprintf(stderr, "open %s failed\n", path ? path : "(null)");
+        return nullptr;
+    }
+    return OpenFrom(source, path);
+}
+
+Reader *OpenFrom(platform::Source source, const char *name) {
     auto *r = static_cast<Reader *>(std::calloc(1, sizeof(Reader)));
     if (!r) {
         std::fputs("calloc failed\n", stderr);
+        platform::CloseSource(&source);
         return nullptr;
     }
     r->serial = gNextSerial.fetch_add(1, std::memory_order_relaxed);
-    r->stream = platform::OpenForReading(path, "rb");
-    if (!r->stream) {
-        std::fprintf(stderr, "open %s failed\n", path ? path : "(null)");
-        Close(r);
-        return nullptr;
-    }
+    r->source = source;
+    if (!name) name = "(null)";
     unsigned char head[12];
-    if (!ReadBytes(r->stream, head, sizeof head)) {
-        std::fprintf(stderr, "read %s faield\n", path);
+    if (!ReadBytes(r->source, 0, head, sizeof head)) {
+        std::fprintf(stderr, "read %s faield\n", name);
         Close(r);
         return nullptr;
     }
     if (head[0] == 'J' && head[1] == 'P') {
         if (ParseJplHeader(r) != kOk) {
-            std::fprintf(stderr, "read JPL header failed. file=%s\n", path);
+            std::fprintf(stderr, "read JPL header failed. file=%s\n", name);
             Close(r);
             return nullptr;
         }
@@ -320,52 +315,40 @@ Reader *Open(const char *path) {
     }
     if (head[0] == 'K' && head[1] == 'Q') {
         if (!ParseKqHeader(r)) {
-            std::fprintf(stderr, "read %s faield\n", path);
+            std::fprintf(stderr, "read %s faield\n", name);
             Close(r);
             return nullptr;
         }
         return r;
     }
-    std::fprintf(stderr, "Unknown file format. file=%s\n", path);
+    std::fprintf(stderr, "Unknown file format. file=%s\n", name);
     Close(r);
     return nullptr;
 }
 
-// Reading into memory closes the stream, and Evaluate's first check is on the
-// stream: a handle read into memory therefore answers every query with
-// kNotReady, and callers fall back to their other sources. This is the
-// library's long-standing behaviour with "OnMemory" and is kept on purpose.
+// Reading into memory replaces the file by its image and marks the handle
+// imageOnly, which Evaluate checks first: a handle read into memory answers
+// every query with kNotReady, and callers fall back to their other sources.
+// This is the library's long-standing behaviour with "OnMemory" and is kept
+// on purpose.
 bool ReadIntoMemory(Reader *r) {
-    if (!r || !r->stream) return false;
-    bool ok = false;
-    const int64_t length = platform::FileLength(r->stream);
-    if (length < 0) {
-        std::fputs("ERROR: get file size failed\n", stderr);
-    } else {
-        const size_t size = static_cast<size_t>(length);
-        auto *image = static_cast<unsigned char *>(std::calloc(size ? size : 1, 1));
-        if (!image) {
-            std::fputs("ERROR: calloc failed\n", stderr);
-        } else {
-            const size_t got = platform::SeekTo(r->stream, 0) ? std::fread(image, 1, size, r->stream) : 0;
-            if (got != size) {
-                std::fprintf(stderr, "ERROR: read expect %zu byte but got %zu\n", size, got);
-                std::free(image);
-            } else {
-                r->memoryImage = image;
-                r->memoryEnd = image + size;
-                std::fclose(r->stream);
-                r->stream = nullptr;
-                ok = true;
-            }
-        }
+    if (!r || !platform::IsOpen(r->source) || r->imageOnly) return false;
+    size_t got = 0;
+    switch (platform::LoadIntoMemory(&r->source, &got)) {
+    case platform::LoadResult::kOk: r->imageOnly = true; return true;
+    case platform::LoadResult::kNoLength: std::fputs("ERROR: get file size failed\n", stderr); break;
+    case platform::LoadResult::kNoMemory: std::fputs("ERROR: calloc failed\n", stderr); break;
+    case platform::LoadResult::kShortRead:
+        std::fprintf(stderr, "ERROR: read expect %lld byte but got %zu\n",
+                     static_cast<long long>(platform::SourceLength(r->source)), got);
+        break;
     }
-    if (!ok) std::fputs("ERROR: can't load JPLDE to memory", stderr);
-    return ok;
+    std::fputs("ERROR: can't load JPLDE to memory", stderr);
+    return false;
 }
 
 int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], bool velocity) {
-    if (!r || !r->stream || r->coefficientSize == 0) return kNotReady;
+    if (!r || !platform::IsOpen(r->source) || r->imageOnly || r->coefficientSize == 0) return kNotReady;
     if (!(jd >= r->startJd && jd <= r->endJd)) return kOutOfRange;
     if (target <= 0 || center <= 0 || target >= 16) return kBadTarget;
     if (center > 12) return kBadCentre;
@@ -425,8 +408,7 @@ int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], b
 
 void Close(Reader *r) {
     if (!r) return;
-    if (r->stream) std::fclose(r->stream);
-    std::free(r->memoryImage);
+    platform::CloseSource(&r->source);
     std::free(r);
 }
 
@@ -470,6 +452,11 @@ Reader *MainHandle() { return gMain; }
 
 int LoadMoonFile(const char *path) {
     gMoon = Open(path);
+    return gMoon != nullptr;
+}
+
+int LoadMoonFrom(platform::Source source, const char *name) {
+    gMoon = OpenFrom(source, name);
     return gMoon != nullptr;
 }
 

@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "platform/file.h"
+
 namespace kvx::jpl {
 
 inline constexpr int kBufferDoubles = 1024;  // coefficients a record may hold
@@ -56,8 +58,8 @@ struct Reader {
     int32_t recordBytes;
     double moonFactor;   // 1 / (1 + emrat)
     double earthFactor;  // emrat / (1 + emrat)
-    unsigned char *memoryImage, *memoryEnd;
-    std::FILE *stream;
+    platform::Source source;  // the file, or its bytes in memory
+    bool imageOnly;           // read into memory by ReadIntoMemory: queries answer kNotReady
     uint64_t serial;  // unique per Open in the process: keys the per-thread record cache
 };
 
@@ -71,6 +73,11 @@ inline constexpr int kKqFieldBytes = 284;
 // Opens a DE or KQ file; prints one diagnostic line and returns null on
 // failure. The result is released with Close.
 Reader *Open(const char *path);
+
+// As Open, over an already open source (a file, or bytes in memory that the
+// caller keeps alive until Close); `name` stands for the path in the
+// diagnostics. The reader takes the source over, also on failure.
+Reader *OpenFrom(platform::Source source, const char *name);
 
 // Reads the whole file into memory and closes the stream (see the .cpp for
 // the effect on queries). Returns true on success; on failure the reader
@@ -91,7 +98,7 @@ int Evaluate(const Reader *r, double jd, int target, int center, double pv[6], b
 // (two queries inside one record read the file once).
 int32_t CachedRecord(const Reader *r);
 
-// Closes the stream and frees the buffer, the memory image and the state.
+// Closes the source (the file, or frees the memory image) and the state.
 void Close(Reader *r);
 
 // JPL body number of a library body code (-31 librations, -30 nutations,
@@ -109,6 +116,8 @@ Reader *MainHandle();
 // The Moon source: a DE-format file (the JPL file itself or "moon.xyz"),
 // never read into memory. Returns non-zero when it opened.
 int LoadMoonFile(const char *path);
+// The Moon handle from an already open source (see OpenFrom).
+int LoadMoonFrom(platform::Source source, const char *name);
 void CloseMoon();
 Reader *MoonHandle();
 

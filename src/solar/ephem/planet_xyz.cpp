@@ -8,9 +8,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
 #include "kvxlib.h"
 #include "platform/file.h"
@@ -36,9 +33,8 @@ struct Entry {
 
 Entry gEntries[kMaxEntries];
 int gCount = 0;
-std::FILE *gFile = nullptr;
-unsigned char *gImage = nullptr;
-int64_t gImageSize = 0;
+// The file, or its image after "OnMemory" (or bytes given to OpenFrom).
+platform::Source gSource{};
 
 double LeDouble(const unsigned char *p) {
     uint64_t u = 0;
@@ -64,19 +60,13 @@ int32_t FileNumber(int32_t code) {
 }
 
 // Reads `rows` rows starting at byte offset `offset` into out (6 doubles per
-// row), from the image or the file.
+// row). A positioned read (or a copy from the image): lookups share no file
+// position, so they may run in several threads at once.
 bool ReadRows(int64_t offset, int rows, double *out) {
     unsigned char raw[kWindow * kRowBytes];
     const size_t bytes = static_cast<size_t>(rows) * kRowBytes;
     if (rows < 1 || rows > kWindow || offset < 0) return false;
-    if (gImage) {
-        if (offset > gImageSize || gImageSize - offset < static_cast<int64_t>(bytes)) return false;
-        std::memcpy(raw, gImage + offset, bytes);
-    } else {
-        // A positioned read: lookups share no file position, so they may run
-        // in several threads at once.
-        if (!gFile || platform::ReadAt(gFile, offset, raw, bytes) != static_cast<int64_t>(bytes)) return false;
-    }
+    if (platform::ReadAt(gSource, offset, raw, bytes) != static_cast<int64_t>(bytes)) return false;
     for (int i = 0; i < rows * 6; ++i) out[i] = LeDouble(raw + 8 * i);
     return true;
 }
@@ -85,11 +75,6 @@ const Entry *Find(int body) {
     for (int i = 0; i < gCount; ++i)
         if (gEntries[i].body == body) return &gEntries[i];
     return nullptr;
-}
-
-void CloseFile() {
-    if (gFile) std::fclose(gFile);
-    gFile = nullptr;
 }
 
 // A header row whose numbers cannot describe a block of this file.
@@ -103,13 +88,17 @@ bool Plausible(const double *h) {
 }  // namespace
 
 int Open(const char *path, bool onMemory) {
-    gFile = platform::OpenForReading(path, "rb");
-    if (!gFile) return 0;
+    return OpenFrom(platform::OpenSource(path, platform::OpenMode::kBinary), onMemory);
+}
+
+int OpenFrom(platform::Source source, bool onMemory) {
+    if (!platform::IsOpen(source)) return 0;
+    gSource = source;
     gCount = 0;
     int64_t row = 0;
     while (gCount < kMaxEntries) {
         unsigned char raw[kRowBytes];
-        if (!platform::SeekTo(gFile, row * kRowBytes) || std::fread(raw, 1, kRowBytes, gFile) != kRowBytes) break;
+        if (platform::ReadAt(gSource, row * kRowBytes, raw, kRowBytes) != kRowBytes) break;
         double h[6];
         for (int i = 0; i < 6; ++i) h[i] = LeDouble(raw + 8 * i);
         int32_t code = 0;
@@ -118,7 +107,7 @@ int Open(const char *path, bool onMemory) {
             !Plausible(h) || std::floor(h[5] + 1e-6) != kRowBytes || row + std::floor(h[4] + 1e-6) > kMaxRows) {
             // An unknown body, an absurd header or a row size other than 48:
             // the whole chain is refused.
-            CloseFile();
+            platform::CloseSource(&gSource);
             gCount = 0;
             return 0;
         }
@@ -126,20 +115,9 @@ int Open(const char *path, bool onMemory) {
         gEntries[gCount++] = {code, h[1], h[2], h[3], static_cast<int32_t>(row), rows - 1, kRowBytes};
         row += rows;
     }
-    if (onMemory) {
-        const int64_t length = platform::FileLength(gFile);
-        if (length > 0) {
-            auto *image = static_cast<unsigned char *>(std::malloc(static_cast<size_t>(length)));
-            if (image && platform::SeekTo(gFile, 0) &&
-                std::fread(image, 1, static_cast<size_t>(length), gFile) == static_cast<size_t>(length)) {
-                gImage = image;
-                gImageSize = length;
-                CloseFile();
-            } else {
-                std::free(image);
-            }
-        }
-    }
+    // An empty file stays open (there is nothing to read in); a failed read
+    // keeps reading from the file.
+    if (onMemory && platform::SourceLength(gSource) > 0) platform::LoadIntoMemory(&gSource, nullptr);
     return 1;
 }
 
@@ -197,13 +175,12 @@ bool Block(int index, BlockInfo *out) {
 }
 
 void Release() {
-    CloseFile();
-    std::free(gImage);
-    gImage = nullptr;
-    gImageSize = 0;
+    platform::CloseSource(&gSource);
     gCount = 0;
 }
 
 }  // namespace kvx::planetxyz
 
-extern "C" int32_t IsValidPlanetXyzFile(void) { return kvx::planetxyz::gFile != nullptr ? 1 : 0; }
+extern "C" int32_t IsValidPlanetXyzFile(void) {
+    return kvx::planetxyz::gSource.kind == kvx::platform::SourceKind::kFile ? 1 : 0;
+}

@@ -7,12 +7,18 @@
 
 #include <cstdint>
 
+#include "platform/file.h"
+
 namespace kvx::planetxyz {
 
 // Builds the directory of the file at `path` (replacing nothing: Release
 // first). With onMemory the file is then read into memory and closed.
 // Returns 1 when the directory was built, else 0.
 int Open(const char *path, bool onMemory);
+
+// As Open, over an already open source (a file, or bytes in memory that the
+// caller keeps alive until Release), which the reader takes over.
+int OpenFrom(platform::Source source, bool onMemory);
 
 // Position (AU) and optional velocity (AU/day, may be null) of library body
 // `body` (-3 Earth, 0..7 Mercury..Pluto, 8 Eris, 9 Ceres, 10 Makemake,

@@ -109,8 +109,8 @@ TEST(JplDeReader, RangeEdgesAndErrorCodes) {
 TEST(JplDeReader, OnMemoryHandleAnswersNothing) {
     ReaderPtr de(kDe);
     ASSERT_TRUE(kvx::jpl::ReadIntoMemory(de.r));
-    EXPECT_EQ(de.r->stream, nullptr);
-    EXPECT_EQ(de.r->memoryEnd - de.r->memoryImage, 203600);
+    EXPECT_EQ(de.r->source.kind, kvx::platform::SourceKind::kMemory);  // the file is closed
+    EXPECT_EQ(de.r->source.size, 203600);
     double pv[6];
     EXPECT_EQ(Eval(de.r, 2451545.0, 10, 3, pv), kvx::jpl::kNotReady);
     testing::internal::CaptureStderr();
