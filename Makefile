@@ -108,8 +108,10 @@ check-valgrind: all
 	  $(BUILD)/tests/kvx_thread_tests
 
 # make fuzz [FUZZ_SECONDS=60]: builds the libFuzzer harnesses of fuzz/ with
-# clang (ASan + UBSan) and runs each for FUZZ_SECONDS over its corpus.
+# clang (ASan + UBSan) and runs each for FUZZ_SECONDS over its corpus;
+# FUZZ_RUNS=N stops each after N inputs instead (FUZZ_SECONDS still caps it).
 FUZZ_SECONDS ?= 60
+FUZZ_RUNS    ?= -1
 FUZZ_DEPS     = clang libclang-rt-14-dev
 fuzz-deps:
 	@sh tools/ensure-packages.sh $(FUZZ_DEPS)
@@ -118,7 +120,7 @@ fuzz: fuzz-deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=Release -DKVX_BUILD_FUZZ=ON \
 	  -DKVX_BUILD_TESTS=OFF -DKVX_BUILD_APPS=OFF -DKVX_SANITIZE=address,undefined
 	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target kvx_fuzzers
-	sh fuzz/run.sh $(FUZZ_BUILD)/fuzz $(FUZZ_SECONDS)
+	FUZZ_RUNS=$(FUZZ_RUNS) sh fuzz/run.sh $(FUZZ_BUILD)/fuzz $(FUZZ_SECONDS)
 
 clean:
 	rm -rf $(BUILD) $(WINDOWS_BUILD) $(ASAN_BUILD) $(TSAN_BUILD) $(FUZZ_BUILD)

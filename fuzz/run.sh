@@ -2,6 +2,8 @@
 # run.sh BUILD_DIR SECONDS [HARNESS...]: runs each libFuzzer harness for
 # SECONDS over a scratch copy of its seed corpus (fuzz/corpus/NAME plus the
 # reproducers), and prints the runs, crashes and the exit status of each.
+# With FUZZ_RUNS set, each harness stops after that many inputs instead
+# (SECONDS then only caps the time).
 # New inputs go to the scratch corpus under BUILD_DIR, not into git; merge
 # them into fuzz/corpus with -merge=1 when they add coverage worth keeping.
 set -u
@@ -26,12 +28,12 @@ for name in $names; do
   esac
   # stderr of the library (reader diagnostics) is closed: crash reports are
   # kept as artifacts and replayed by the ctest replay programs.
-  "$bin/fuzz_$name" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -close_fd_mask=2 \
+  "$bin/fuzz_$name" -max_total_time="$seconds" -runs="${FUZZ_RUNS:--1}" -timeout=10 -rss_limit_mb=1024 -close_fd_mask=2 \
     -artifact_prefix="$work/artifacts/" "$work/corpus" > "$work/log" 2>&1
   rc=$?
-  runs=$(grep -o 'Done [0-9]* runs' "$work/log" | tail -1)
+  runs=$(grep -o 'Done [0-9]* runs in [0-9]* second' "$work/log" | tail -1)
   found=$(ls "$work/artifacts" | wc -l)
-  echo "$name: ${runs:-no summary} in ${seconds} s, exit $rc, $found artifacts"
+  echo "$name: ${runs:-no summary}(s), exit $rc, $found artifacts"
   [ "$rc" -ne 0 ] || [ "$found" -ne 0 ] && status=1
 done
 exit $status
