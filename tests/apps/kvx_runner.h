@@ -69,4 +69,21 @@ inline KvxResult Ok(const std::string &args, std::initializer_list<const char *>
     return r;
 }
 
+// How often `what` occurs in `text`.
+inline int Count(const std::string &text, const std::string &what) {
+    int n = 0;
+    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+// An instant (JD, UT) as local time at `tz` hours, rounded to `unit` seconds the way kvx prints it,
+// formatted from year, month, day, hour, minute, second.
+inline std::string LocalText(double jd, double tz, const char *format, double unit = 1.0) {
+    ADate d{};
+    JdToDate2(jd + tz / 24.0 + 0.5 * unit / 86400.0, &d);
+    char text[80];
+    std::snprintf(text, sizeof text, format, d.year, d.month, d.day, d.hour, d.minute, static_cast<int>(d.second));
+    return text;
+}
+
 }  // namespace kvx::test

@@ -1,6 +1,5 @@
-// The kvx command line: dates, the almanac, the time record, conversions
-// and constellations on observable output (exit status, text, the JSON
-// tree), and one table of bad arguments.
+// The kvx command line on observable output: dates, the almanac, the time record, conversions,
+// constellations, and one table of bad arguments.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -24,29 +23,23 @@ TEST(KvxCli, DatesBothWays) {
     Ok("jd -0044-03-15T12:00 --tz 0", {"-0044-03-15T12:00:00.000 +00:00 (--tz)  JD 1705061.0"});
     Ok("date 2299160.5 --tz 0", {"1582-10-15T00:00:00.000", "Friday"});
     const auto d = Ok("date 2451545 --tz 9 --json").json();
-    EXPECT_EQ(d["hour"].num(), 21.0);
-    EXPECT_EQ(d["weekday"].str(), "Saturday");
+    EXPECT_EQ(std::pair(d["hour"].num(), d["weekday"].str()), std::pair(21.0, std::string("Saturday")));
 }
 
-// The almanac and kvx time carry the library's record: Delta T, sidereal
-// time and obliquity, the whole record with matrices for kvx time.
+// The almanac and kvx time carry the library's record: sidereal time, obliquity, matrices, nutation.
 TEST(KvxCli, AlmanacAndTimeRecord) {
     const auto a = Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9 --json").json();
-    EXPECT_EQ(a["place"]["latitude_deg"].num(), 35.6895);
-    EXPECT_EQ(a["local"].str(), "2024-06-01T21:30:00+09:00");
-    EXPECT_EQ(a["weekday"].str(), "Saturday");
-    EXPECT_NEAR(a["lst"].num(), 217.67, 0.01);
-    EXPECT_NEAR(a["eps"].num(), 23.436, 0.001);
-    EXPECT_GT(a["bodies"].size(), 2u);
-    EXPECT_GT(a["moon"]["age_days"].num(), 22.0);
+    EXPECT_EQ(a["local"].str() + " " + a["weekday"].str(), "2024-06-01T21:30:00+09:00 Saturday");
+    EXPECT_TRUE(a["bodies"].size() > 2u && a["moon"]["age_days"].num() > 22.0);
     Ok("--date 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --tz 9", {"  LAST      14h30m"});
     const auto t = Ok("time 2000-01-01T21:00 --tz 9 --geocentre --json").json();
-    EXPECT_EQ(t["jd"].num(), 2451545.0);
-    EXPECT_EQ(t["obsHeight"].num(), -6378137.0);
-    EXPECT_EQ(t["obsPos"][2].num(), 0.0);
-    EXPECT_NEAR(t["lst"].num(), 280.457, 0.001);
-    EXPECT_NEAR(t["eqToEcl"][4].num(), 0.91748, 1e-5);
-    EXPECT_NEAR(t["nutation"][0].num(), -0.00386, 1e-5);
+    // Printed values to their last digit (0 for exact ones).
+    for (const auto &[value, want, bound] :
+         {std::tuple{a["place"]["latitude_deg"].num(), 35.6895, 0.0}, {a["lst"].num(), 217.67, 0.01},
+          {a["eps"].num(), 23.436, 0.001}, {t["jd"].num(), 2451545.0, 0.0}, {t["obsHeight"].num(), -6378137.0, 0.0},
+          {t["obsPos"][2].num(), 0.0, 0.0}, {t["lst"].num(), 280.457, 0.001}, {t["eqToEcl"][4].num(), 0.91748, 1e-5},
+          {t["nutation"][0].num(), -0.00386, 1e-5}})
+        EXPECT_NEAR(value, want, bound) << want;
     Ok("time 2024-06-01T21:30 --lat 35.6895 --lon 139.6917 --height 40 --tz 9",
        {"local      2024-06-01T21:30:00.000 +09:00", "observer   35.689500° 139.691700° 40.0 m",
         "jde        2460463.0216", "lst        217.6749"});
@@ -60,9 +53,7 @@ TEST(KvxCli, ConvertByNumberOrName) {
         EXPECT_NEAR(std::remainder(j["out_deg"][0].num(), 360.0), 0.0, 2e-4);  // the galactic centre
         EXPECT_NEAR(j["out_deg"][1].num(), 0.0, 2e-4);
     }
-    // The pole of date at the observer's latitude, due north (azimuth 0,
-    // counted from the north through the east); through the J2000.0 hub it
-    // picks up the frame bias once (6.4e-6 degree).
+    // The pole of date at the observer's latitude, due north; the J2000.0 hub adds the frame bias (6.4e-6 deg).
     const auto pole = Ok("convert --from 5 --to 1 0 90 --date 2024-06-01T22:00 --lat 51.5 --lon -0.1 --tz 1 --json").json();
     EXPECT_NEAR(std::remainder(pole["out_deg"][0].num(), 360.0), 0.0, 1e-5);
     EXPECT_NEAR(pole["out_deg"][1].num(), 51.5, 6.5e-6);
@@ -76,8 +67,7 @@ TEST(KvxCli, ConvertByNumberOrName) {
        {"06h00m00.00s", " 90.000000  +0.000000"});
 }
 
-// The CLI's own table of the 89 codes names each constellation once, as
-// the table derived from PyEphem does (Serpens: one name, two regions).
+// The CLI's table of the 89 codes names each constellation once, as PyEphem's does (Serpens: two regions).
 TEST(KvxCli, ConstellationsAndTheirTable) {
     std::map<int, std::string> reference;
     std::ifstream in(kvx::test::ReferencePath("constellation_codes.csv"));
@@ -101,14 +91,11 @@ TEST(KvxCli, ConstellationsAndTheirTable) {
     EXPECT_EQ(Ok("const 83.8 -5.4 --epoch B1875").out, "16 Ori Orion\n");
     EXPECT_EQ(Ok("const 5:35:17 -5:23:28 --epoch B1875 --json").json()["abbreviation"].str(), "Ori");
     EXPECT_EQ(Ok("const 37.95454 89.26411").out, "36 UMi Ursa Minor\n");  // Polaris, J2000.0 by default
-    // -360 degrees reduces to 24h, outside every strip: no constellation.
-    const KvxResult none = RunKvx("const -360 10 --epoch B1875");
-    EXPECT_EQ(none.status, 1);
-    EXPECT_EQ(none.out, "-1 (no constellation)\n");
+    const KvxResult none = RunKvx("const -360 10 --epoch B1875");  // 24h: outside every strip
+    EXPECT_EQ(std::to_string(none.status) + " " + none.out, "1 -1 (no constellation)\n");
 }
 
-// Every command's bad arguments: exit status 2, nothing on standard
-// output, one error line on standard error (and at most a usage hint).
+// Every command's bad arguments: exit status 2, nothing on stdout, one error line (and at most a usage hint).
 TEST(KvxCli, BadArgumentsExitTwoWithOneErrorLine) {
     for (const char *bad : {
              "frobnicate", "--lat 100", "--tz", "jd", "jd 2001-02-29", "jd 2000-13-01", "jd 2000-01-01 --tz x",
@@ -152,13 +139,11 @@ TEST(KvxCli, BadValuesNameTheirSource) {
              {"KVX_TZ=x", "jd 2024-01-01", "kvx: KVX_TZ: not a number"},
              {"", "jd 99999-01-01", "kvx: year of '99999-01-01' outside the supported years -4712..9999"}}) {
         const KvxResult r = RunKvx(args, env);
-        EXPECT_EQ(r.status, 2) << args;
-        EXPECT_EQ(r.err.rfind(source, 0), 0u) << env << " " << args << ": " << r.err;
+        EXPECT_TRUE(r.status == 2 && r.err.rfind(source, 0) == 0u) << env << " " << args << ": " << r.err;
     }
 }
 
-// Every command has --help (usage, units, environment, exit status), and
-// --version answers anywhere.
+// Every command has --help (usage, units, environment, exit status); --version answers anywhere.
 TEST(KvxCli, HelpAndVersionEverywhere) {
     for (const char *name : {"almanac", "jd", "date", "time", "convert", "const", "sun", "planet", "comet", "moon",
                              "phases", "rise", "twilight", "moons", "jupiter", "orbit", "data", "meteors", "calendar",
@@ -170,11 +155,9 @@ TEST(KvxCli, HelpAndVersionEverywhere) {
     for (const char *args : {"--version", "planet --version"}) EXPECT_EQ(Ok(args).out.rfind("kvx 6.", 0), 0u) << args;
 }
 
-// One zone rule: --tz, else KVX_TZ, else the system's zone with its
-// daylight saving; a date's own zone wins; every result says which.
+// One zone rule: --tz, else KVX_TZ, else the system's zone; a date's own zone wins; every result says which.
 TEST(KvxCli, OneTimeZoneRule) {
-    const double utcMidnight = 2460310.5;  // 2024-01-01T00:00Z
-    // The system's zone, winter and summer (tzdata): London and New York.
+    const double utcMidnight = 2460310.5;  // 2024-01-01T00:00Z; the system's zone from tzdata
     for (const auto &[args, env, days] :
          {std::tuple{"jd 2024-01-01T09:00+09:00", "", 0.0}, {"jd 2024-01-01T00:00Z --tz 5", "", 0.0},
           {"jd 2024-01-01T05:30 --tz +05:30", "", 0.0}, {"jd 2024-01-01T03:00", "KVX_TZ=3", 0.0},
@@ -182,8 +165,7 @@ TEST(KvxCli, OneTimeZoneRule) {
           {"jd 2023-12-31T19:00", "TZ=America/New_York", 0.0}})
         EXPECT_EQ(Ok(std::string(args) + " --json", {}, env).json()["jd"].num(), utcMidnight + days) << args << env;
     EXPECT_EQ(Ok("jd 2024-07-01T01:00 --json", {}, "TZ=Europe/London").json()["zone"].str(), "system (Europe/London)");
-    // Tokyo's day seen from a UTC system zone: sunset falls before sunrise
-    // in that day, daylight still 14h35m at the June solstice (±2 min).
+    // Tokyo's day from a UTC system zone (sunset before sunrise): still 14h35m at the solstice (±2 min).
     Ok("--date 2025-06-21T12:00", {"day length 14h3"}, "TZ=UTC");
     // sun, moon and the almanac follow the same rule and print it first.
     for (const char *cmd : {"sun", "moon", "planet mars", "", "moons jupiter", "convert --from 3 --to 1 0 0",
@@ -194,12 +176,10 @@ TEST(KvxCli, OneTimeZoneRule) {
     }
 }
 
-// The library's start-up lines (no JPL file, no moon.xyz in the build
-// tree) are captured: shown with --verbose and by kvx data, else nowhere.
+// The library's start-up lines are captured: shown with --verbose and by kvx data, else nowhere.
 TEST(KvxCli, StartupLinesOnlyWhenAskedFor) {
     const KvxResult verbose = RunKvx("jd 2024-01-01 --tz 0 --verbose");
-    EXPECT_EQ(verbose.status, 0);
-    EXPECT_NE(verbose.err.find("kvxlib: open "), std::string::npos) << verbose.err;
+    EXPECT_TRUE(verbose.status == 0 && verbose.err.find("kvxlib: open ") != std::string::npos) << verbose.err;
     Ok("data", {"Start-up messages of the library:\n  open "});
     EXPECT_EQ(RunKvx("jd 2024-13-01").ErrLines(), 2);  // the error and the usage line only
 }

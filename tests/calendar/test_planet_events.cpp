@@ -1,7 +1,5 @@
-// The almanac of planetary events against a search of the Swiss
-// Ephemeris' places (JPL-based files, tests/reference/planet_events_swe.c):
-// with the DE405 excerpt the search itself, over 2000-2030 the built-in
-// theories.
+// Planetary events against a search of Swiss Ephemeris places (tests/reference/planet_events_swe.c): the
+// search with the DE405 excerpt, the built-in theories over 2000-2030.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,9 +15,8 @@ using namespace kvx::test;
 
 namespace {
 
-// The quantity an event kind is compared under: roots (a sign change, as
-// sharp as the bodies' relative motion), extrema (flat: an error e in a
-// rate moves the instant by e over the rate's change per day), the Moon's.
+// The bound an event kind goes to: roots (sharp), extrema (flat: an error e in a rate moves the instant by e
+// over the rate's change per day), the Moon's.
 const char *Group(int kind) {
     switch (kind) {
     case KVX_EVENT_ELONGATION_EAST: case KVX_EVENT_ELONGATION_WEST: return "elongation_min";
@@ -32,18 +29,14 @@ const char *Group(int kind) {
     }
 }
 
-// Compares the events of [start, end) (UT) with the reference's: each
-// reference event inside the span (by a day's margin) is looked for with
-// its kind and bodies within `window` days, and each found event in the
-// reference; the unmatched on either side are counted. group() names the
-// bound an event's error goes to (null: matched only).
+// Matches the events of [start, end) (UT, a day's margin) with the reference's by kind and bodies within
+// `window` days, counting the unmatched on either side; group() names an error's bound (null: match only).
 using GroupOf = std::function<const char *(const PlanetEvent &)>;
 void CompareSpan(double start, double end, double window, const GroupOf &group, Comparison &cmp, int *missing) {
     static const Reference ref("planet_events_swe.txt", {"kind", "body", "other", "tt", "value"});
     std::vector<PlanetEvent> events(4000);
     const int n = GetPlanetEvents2(start, end, 0, events.data(), 4000);
-    ASSERT_GT(n, 0);
-    ASSERT_LE(n, 4000);
+    ASSERT_TRUE(n > 0 && n <= 4000) << n;
     events.resize(n);
     std::vector<bool> used(events.size(), false);
     const double startTt = UtToDt(start) + 1.0, endTt = UtToDt(end) - 1.0;
@@ -73,10 +66,8 @@ void CompareSpan(double start, double end, double window, const GroupOf &group, 
 
 }  // namespace
 
-// With the DE405 excerpt (2000-01-01 to 2001-12-20): the search agrees with
-// a search of DE431 places to well within the 2 minutes asked for at roots;
-// the flat extrema follow the reference to the minutes that DE405 against
-// DE431 and the two precession-nutation models leave in the rates.
+// With the DE405 excerpt (2000-01-01 to 2001-12-20): roots well within the 2 minutes asked for; the flat
+// extrema to the minutes DE405 vs DE431 and the precession-nutation models leave in the rates.
 TEST(PlanetEvents, WithDe405AgainstSwissEphemeris) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     Comparison cmp({{"root_min", 1.0, "required 2 min; measured 0.2: 1 s search on DE405 vs DE431 places"},
@@ -96,17 +87,12 @@ TEST(PlanetEvents, WithDe405AgainstSwissEphemeris) {
     cmp.Check();
 }
 
-// Without files, 2000-2030 every third year: the events follow the built-in
-// position sources. Mercury, Venus and Jupiter (the analytic series) keep
-// their phenomena within minutes; the Moon's conjunctions carry the other
-// planets' mean-element errors (Saturn's several arcminutes over the Moon's
-// 0.5 degree an hour); the nodes the lunar theory's 11" in latitude (3"
-// a minute). Mean-element planets (hours), slow pairs and the theory's
-// perigees are only required to be found.
+// Without files, 2000-2030 every third year, the events follow the built-in theories; mean-element planets
+// (hours off), slow pairs and the theory's perigees are only required to be found.
 TEST(PlanetEvents, TheoriesAgainstSwissEphemeris2000To2030) {
     Comparison cmp({{"series_min", 5.0, "the analytic series of Mercury, Venus and Jupiter; measured 3.6"},
-                    {"moon_conjunction_min", 40.0, "the planets' mean elements; measured 36"},
-                    {"node_min", 6.0, "the lunar theory's latitude; measured 4.2"}});
+                    {"moon_conjunction_min", 40.0, "mean-element planets (arcminutes at 0.5 deg/h); measured 36"},
+                    {"node_min", 6.0, "the lunar theory's 11\" in latitude (3\"/min); measured 4.2"}});
     const GroupOf bySource = [](const PlanetEvent &e) -> const char * {
         const bool series = e.body == 0 || e.body == 1 || e.body == 3;
         if (e.kind <= KVX_EVENT_STATION_DIRECT && series) return "series_min";
@@ -119,15 +105,11 @@ TEST(PlanetEvents, TheoriesAgainstSwissEphemeris2000To2030) {
         const double start = CalcJd(year, 1, 1);
         CompareSpan(start, start + 365.0, 5.0, bySource, cmp, &missing);
     }
-    // Saturn's perihelion (2003) and aphelion (2018) from mean elements fall
-    // about 20 days from those of its perturbed orbit: each is counted as
-    // missing and as found but not in the reference.
-    EXPECT_LE(missing, 4);
+    EXPECT_LE(missing, 4);  // Saturn's perihelion (2003), aphelion (2018): ~20 days off, each counted twice
     cmp.Check();
 }
 
-// One body's year against the all-body search; kind filter, sizing call
-// and limits.
+// One body's year against the all-body search; kind filter, sizing call and limits.
 TEST(PlanetEvents, OneBodyFilterAndLimits) {
     const double start = CalcJd(2025, 1, 1), end = CalcJd(2026, 1, 1);
     std::vector<PlanetEvent> all(4000), venus(400);

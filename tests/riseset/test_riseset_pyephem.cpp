@@ -1,9 +1,6 @@
-// Rise, transit, set and twilight against PyEphem with the same horizon
-// (tests/reference/make_riseset_reference.py). The search must solve its
-// own first-order horizon equation H + c / (sin H cos d cos phi) to its
-// one-second tolerance, and our place of the body (built-in theories,
-// planets geocentric, stars on the mean equator of date), measured as its
-// altitude at PyEphem's instant, must stay within the theory's accuracy.
+// Rise, transit, set and twilight against PyEphem (tests/reference/make_riseset_reference.py): the search
+// solves its first-order horizon equation H + c / (sin H cos d cos phi) to its one-second tolerance, and our
+// place of the body, as its altitude at PyEphem's instant, stays within the theory's accuracy.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -46,10 +43,8 @@ double HourAngle(const Case &c, double t, bool transitFrame) {
 // Geometric altitude (degrees) of the search's own place of the body.
 double Altitude(const Case &c, double t) {
     const Ad p = Place(c, t);
-    const double h = (GetLst(t, c.obs.longitude) - p.a) * kDeg, dec = p.d * kDeg;
-    return std::asin(std::sin(c.obs.latitude * kDeg) * std::sin(dec) +
-                     std::cos(c.obs.latitude * kDeg) * std::cos(dec) * std::cos(h)) /
-           kDeg;
+    const double h = (GetLst(t, c.obs.longitude) - p.a) * kDeg, dec = p.d * kDeg, phi = c.obs.latitude * kDeg;
+    return std::asin(std::sin(phi) * std::sin(dec) + std::cos(phi) * std::cos(dec) * std::cos(h)) / kDeg;
 }
 
 // The correction c of the standard horizon as the search applies it.
@@ -59,9 +54,7 @@ double HorizonC(const Case &c) {
     return corr;
 }
 
-// The instant near t0 at which our own place meets the target exactly:
-// altitude = target for rise and set, hour angle 0 for a transit (secant
-// steps on the search's place).
+// The instant near t0 where our place meets the target altitude (hour angle 0 for a transit), by secant steps.
 double ExactCrossing(const Case &c, int event, double t0, double target, bool transitFrame = false) {
     auto g = [&](double t) { return event == kTransit ? HourAngle(c, t, transitFrame) : Altitude(c, t) - target; };
     double t1 = t0, t2 = t0 + 60.0 / kSecPerDay, g1 = g(t1), g2 = g(t2);
@@ -72,9 +65,8 @@ double ExactCrossing(const Case &c, int event, double t0, double target, bool tr
     return t2;
 }
 
-// How far (seconds) the instant tk is from solving the search's equation:
-// hour angle = -+ (H + c / (sin H cos d cos phi)) for rise and set, with
-// cos H = (sin a - sin d sin phi) / (cos d cos phi); 0 for a transit.
+// How far (s) tk is from solving hour angle = -+ (H + c / (sin H cos d cos phi)), cos H = (sin a - sin d
+// sin phi) / (cos d cos phi), for rise and set; 0 for a transit.
 double EquationSeconds(const Case &c, int event, double tk, double a) {
     const double dt = 60.0 / kSecPerDay;
     const double rate = std::remainder(HourAngle(c, tk + dt, false) - HourAngle(c, tk - dt, false), 360.0) / (2.0 * dt);
@@ -88,9 +80,8 @@ double EquationSeconds(const Case &c, int event, double tk, double a) {
     return std::remainder(HourAngle(c, tk, false) - target, 360.0) / rate * kSecPerDay;
 }
 
-// Lower or upper culmination within the band between the geometric
-// horizon and the standard one: where the required first-order equation
-// and PyEphem's exact one may disagree on whether the body rises at all.
+// A culmination between the geometric and the standard horizon: where the first-order equation and
+// PyEphem's exact one may disagree on whether the body rises at all.
 bool GrazesHorizon(const Case &c, double t) {
     const double d = Place(c, t).d, p = c.obs.latitude;
     const double upper = 90.0 - std::fabs(p - d), lower = std::fabs(p + d) - 90.0;
@@ -116,16 +107,10 @@ Case RowCase(const Row &row, int body, Ad star = Ad{0.0, 0.0}) {
 TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
     const Reference ref("riseset_pyephem.txt", {"body", "lat", "lon", "height", "year", "month", "day", "tz", "event",
                                                 "ra", "dec", "state", "jd"});
-    // Altitude offsets of our place at PyEphem's instant (arcseconds).
-    // Place bounds: the theories' accuracy as the planet and Sun tests
-    // measure it against the Swiss Ephemeris (Mercury 2.2", Venus 7.3",
-    // Mars 362", Jupiter 8.2", Saturn 1414", Uranus 744", Neptune 379",
-    // Pluto 252"), plus the diurnal parallax the geocentric planet places
-    // leave out (8.8" / closest distance in AU) and PyEphem's ~1".
+    // Place bounds (altitude offset of our place at PyEphem's instant): each theory's accuracy against the
+    // Swiss Ephemeris plus the diurnal parallax geocentric places leave out (8.8" / AU) and PyEphem's ~1".
     Comparison cmp({
-        {"equation_s", 1.0,
-         "the search stops when an iteration moves less than 1 s (and contracts by the body's motion over the "
-         "sidereal rate)"},
+        {"equation_s", 1.0, "the search stops when an iteration moves less than 1 s"},
         {"Sun_place_arcsec", 20.0,
          "Newcomb's Sun ~1\" and the diurnal parallax (8.8\") of the two midnight places carried to the horizon"},
         {"Moon_place_arcsec", 150.0, "the built-in lunar theory (~135\") and Delta T models ~ 0.5\"/s"},
@@ -138,9 +123,7 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
         {"Neptune_place_arcsec", 380.0, "mean elements 379\""},
         {"Pluto_place_arcsec", 253.0, "mean elements 252\""},
         {"star_place_arcsec", 40.0, "the search places stars on the mean equator: nutation < 18\", aberration < 21\""},
-        {"unexplained_event_mismatch", 0.0,
-         "an event found on one side only, outside the band where the first-order horizon decides differently "
-         "and not a transit that the fallback puts on the neighbouring day"},
+        {"unexplained_event_mismatch", 0.0, "one-sided event outside the grazing band, not a fallback day shift"},
     });
     for (const auto &row : ref) {
         Case c = RowCase(row, static_cast<int>(row["body"]), Ad{row["ra"], row["dec"]});
@@ -152,12 +135,9 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
         const bool pyFound = row["state"] == 1.0;
         if (found != static_cast<int>(pyFound)) {
             const double at = pyFound ? tp : Day().noonJd;
-            // The transit fallback converts the right ascension on the days
-            // jd0 and jd0 +- 1 only; west of the zone's meridian it can stay
-            // a sidereal day before the window and give up.
+            // The transit fallback samples jd0 and jd0 +- 1 only: west of the zone's meridian it may give up.
             const bool fallbackDayOff =
-                event == kTransit && pyFound &&
-                std::fabs(std::fabs(tp - tk) - kSiderealDay) * kSecPerDay < 10.0;
+                event == kTransit && pyFound && std::fabs(std::fabs(tp - tk) - kSiderealDay) * kSecPerDay < 10.0;
             cmp.Add("unexplained_event_mismatch", GrazesHorizon(c, at) || fallbackDayOff ? 0.0 : 1.0, row);
             continue;
         }
@@ -168,8 +148,7 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
             event == kTransit && Search(c.date.tz, c.body, &c.star, event, &c.obs, 0.0, false, &T, &L) != kFound;
         if (!byFallback) cmp.Add("equation_s", EquationSeconds(c, event, tk, 0.0), row);
         if (event != kTransit)
-            cmp.Add(BodyName(c.body) + "_place_arcsec", std::fabs(Altitude(c, tp) - target) * 3600.0,
-                    row.Label());
+            cmp.Add(BodyName(c.body) + "_place_arcsec", std::fabs(Altitude(c, tp) - target) * 3600.0, row.Label());
     }
     cmp.Check();
 }
@@ -179,8 +158,7 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
                         {"lat", "lon", "height", "year", "month", "day", "tz", "altitude", "event", "state", "jd"});
     Comparison cmp({
         {"residual_s", 1.0, "against the exact crossing of our place: the search stops when an iteration moves less than 1 s"},
-        {"sun_place_arcsec", 20.0,
-         "Newcomb's Sun ~1\" and the diurnal parallax (8.8\") of the two midnight places carried to the altitude"},
+        {"sun_place_arcsec", 20.0, "Newcomb's Sun ~1\" and the diurnal parallax (8.8\") of the midnight places"},
     });
     int mismatches = 0;
     for (const auto &row : ref) {
@@ -188,8 +166,7 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
         const int event = static_cast<int>(row["event"]);
         const int deg = static_cast<int>(row["altitude"]);
         double tk = 0.0;
-        const int found = event == kRise ? GetSunRiseDeg(&c.date, &c.obs, &tk, deg)
-                                         : GetSunSetDeg(&c.date, &c.obs, &tk, deg);
+        const int found = (event == kRise ? GetSunRiseDeg : GetSunSetDeg)(&c.date, &c.obs, &tk, deg);
         const bool pyFound = row["state"] == 1.0;
         if (found != static_cast<int>(pyFound)) {
             ++mismatches;  // no first-order shift here: both sides solve the same equation
@@ -204,16 +181,14 @@ TEST(RiseSetPyEphem, TwilightCentreAtMinus6_12_18) {
     EXPECT_EQ(mismatches, 0);
 }
 
-// Beyond the polar circles: polar day and night give no sunrise or sunset;
-// at the poles the transit comes from the iteration on the right ascension.
+// Polar day and night give no sunrise or sunset; at the poles the transit comes from the RA iteration.
 TEST(RiseSetPyEphem, PolarDayNightAndPoleTransit) {
     const Reference ref("riseset_polar_pyephem.txt",
                         {"body", "lat", "lon", "height", "year", "month", "day", "tz", "event", "state", "jd"});
     Comparison cmp({
         {"no_event_when_polar", 0.0, "always up or down by more than the horizon band: cos H leaves [-1, 1]"},
         {"residual_s", 7.0, "the transit iteration stops at six seconds; the search at one"},
-        {"total_s", 7.5,
-         "the transit iteration's six seconds plus the Sun's place (< 20\", under 1.5 s of hour angle)"},
+        {"total_s", 7.5, "the transit iteration's 6 s plus the Sun's place (< 20\", under 1.5 s of hour angle)"},
     });
     int poleTransits = 0;
     for (const auto &row : ref) {
@@ -230,15 +205,11 @@ TEST(RiseSetPyEphem, PolarDayNightAndPoleTransit) {
         }
         if (state != 1) continue;
         ASSERT_EQ(found, 1) << row.Label();
-        const double total = (tk - row["jd"]) * kSecPerDay;
-        if (event == kTransit) {
-            const double exact = ExactCrossing(c, event, row["jd"], 0.0, std::fabs(c.obs.latitude) == 90.0);
-            cmp.Add("residual_s", (tk - exact) * kSecPerDay, row);
-        } else {
-            cmp.Add("residual_s", EquationSeconds(c, event, tk, 0.0), row);
-        }
-        cmp.Add("total_s", total, row);
-        if (std::fabs(c.obs.latitude) == 90.0) ++poleTransits;
+        const bool pole = std::fabs(c.obs.latitude) == 90.0;
+        cmp.Add("residual_s", event == kTransit ? (tk - ExactCrossing(c, event, row["jd"], 0.0, pole)) * kSecPerDay
+                                                : EquationSeconds(c, event, tk, 0.0), row);
+        cmp.Add("total_s", (tk - row["jd"]) * kSecPerDay, row);
+        poleTransits += pole;
     }
     cmp.Check();
     EXPECT_GT(poleTransits, 10);
