@@ -304,10 +304,27 @@ ADate DateOption(const Args &args, Place *place) {
     return LocalDate(*place, GetJd(&utc));
 }
 
-std::string IsoTime(double jd, double tz) {
+ADate LocalSecond(double jd, double tz) {
+    // Half a second added, then the seconds truncated: rounding the count of
+    // seconds first and converting back would land a hair below the whole
+    // second (a Julian date near 2.46e6 resolves only ~40 microseconds) and
+    // print the second before.
     ADate d{};
-    // To the nearest second.
     JdToDate2(jd + tz / 24.0 + 0.5 / 86400.0, &d);
+    d.second = std::floor(d.second);
+    return d;
+}
+
+std::string LocalClock(double jd, double tz) {
+    const ADate d = LocalSecond(jd, tz);
+    char buf[48];
+    std::snprintf(buf, sizeof buf, "%s%04d-%02d-%02d %02d:%02d:%02d", d.year < 0 ? "-" : "", std::abs(d.year), d.month,
+                  d.day, d.hour, d.minute, static_cast<int>(d.second));
+    return buf;
+}
+
+std::string IsoTime(double jd, double tz) {
+    const ADate d = LocalSecond(jd, tz);
     char buf[80];
     std::snprintf(buf, sizeof buf, "%s%04d-%02d-%02dT%02d:%02d:%02d%s", d.year < 0 ? "-" : "", std::abs(d.year),
                   d.month, d.day, d.hour, d.minute, static_cast<int>(d.second), FormatZone(tz).c_str());

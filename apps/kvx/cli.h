@@ -101,9 +101,14 @@ ADate DateOption(const Args &args, Place *place);
 int ParseYear(const std::string &text, int first = kMinYear, int last = kMaxYear);
 
 std::string FormatDate(const ADate &d);  // 2024-03-01T12:34:56.789
-// The ISO 8601 date-time of a universal-time Julian date in zone tz, to the
-// second: 2024-03-01T12:34:56+09:00.
+// The local date and time of a universal-time Julian date in zone tz,
+// rounded to the nearest second (d.second is whole). Every printed clock
+// time of kvx goes through it, so one instant prints alike everywhere.
+ADate LocalSecond(double jd, double tz);
+// The ISO 8601 date-time of LocalSecond: 2024-03-01T12:34:56+09:00.
 std::string IsoTime(double jd, double tz);
+// LocalSecond as the tables print it: 2024-03-01 12:34:56.
+std::string LocalClock(double jd, double tz);
 // Hours, minutes and seconds of an angle in degrees (reduced to 0..360),
 // seconds with `decimals` places, rounded without ever showing 60: 12h34m56.78s
 std::string FormatHms(double degrees, int decimals);

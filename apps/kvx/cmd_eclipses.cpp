@@ -12,16 +12,6 @@ namespace {
 
 const char *const kType[4] = {"none", "penumbral", "partial", "total"};
 
-// Local clock time of a universal-time Julian date, to the second.
-std::string LocalTime(double jd, double tz) {
-    ADate d{};
-    JdToDate2(jd + tz / 24.0 + 0.5 / 86400.0, &d);
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", d.year, d.month, d.day, d.hour, d.minute,
-                  static_cast<int>(d.second));
-    return buf;
-}
-
 std::string LocalIso(double jd, double tz) {
     ADate d{};
     JdToDate2(jd + tz / 24.0, &d);
@@ -71,14 +61,14 @@ int RunEclipses(const Args &args) {
     for (int i = 0; i < n; ++i) {
         const LunarEclipse &e = list[i];
         std::printf("\n%s  %s eclipse  umbral magnitude %.4f  penumbral magnitude %.4f  gamma %+.4f\n",
-                    LocalTime(e.jdMax, place.tz).substr(0, 10).c_str(), kType[e.type], e.umbralMag, e.penumbralMag,
+                    LocalClock(e.jdMax, place.tz).substr(0, 10).c_str(), kType[e.type], e.umbralMag, e.penumbralMag,
                     e.gamma);
         const double contacts[7] = {e.p1, e.u1, e.u2, e.jdMax, e.u3, e.u4, e.p4};
         const char *const labels[7] = {"P1 penumbra entered", "U1 umbra entered", "U2 totality begins",
                                        "greatest eclipse", "U3 totality ends", "U4 umbra left",
                                        "P4 penumbra left"};
         for (int k = 0; k < 7; ++k)
-            if (contacts[k] != 0.0) std::printf("  %-20s %s\n", labels[k], LocalTime(contacts[k], place.tz).c_str());
+            if (contacts[k] != 0.0) std::printf("  %-20s %s\n", labels[k], LocalClock(contacts[k], place.tz).c_str());
     }
     return 0;
 }

@@ -107,8 +107,7 @@ BodyDay RiseSetOf(const Body &b, const ADate &day, const Place &place) {
 }
 
 std::string LocalTime(double jd, double tz, bool withDate) {
-    ADate d{};
-    JdToDate2(jd + tz / 24.0 + 0.5 / 86400.0, &d);  // rounded to the second
+    const ADate d = LocalSecond(jd, tz);
     char buf[64];
     if (withDate)
         std::snprintf(buf, sizeof buf, "%04d-%02d-%02dT%02d:%02d:%02d%s", d.year, d.month, d.day, d.hour, d.minute,

@@ -162,17 +162,6 @@ double Shadow(double jd, const Place &place, const double r[3]) {
 
 const char *LightName(double shadow) { return shadow >= 1.0 ? "eclipsed" : shadow > 0.0 ? "partly lit" : "sunlit"; }
 
-// Local time to the second: 2024-01-01 18:01:02
-std::string LocalTime(double jd, double tz) {
-    const double secs = std::round((jd + tz / 24.0) * 86400.0);
-    ADate d{};
-    JdToDate2(secs / 86400.0 + 1e-7 / 86400.0, &d);
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%04d-%02d-%02d %02d:%02d:%02d", d.year, d.month, d.day, d.hour, d.minute,
-                  static_cast<int>(d.second));
-    return buf;
-}
-
 const char *KindName(int kind) { return kind == 1 ? "rise" : kind == 2 ? "culmination" : "set"; }
 
 struct EventView {
@@ -292,7 +281,7 @@ int RunSat(const Args &args) {
             std::vector<std::string> evs;
             for (const auto &v : passes) {
                 Json e;
-                e.Str("kind", KindName(v.e.kind)).Num("jd", v.e.jd).Str("local", LocalTime(v.e.jd, place.tz));
+                e.Str("kind", KindName(v.e.kind)).Num("jd", v.e.jd).Str("local", LocalClock(v.e.jd, place.tz));
                 if (std::isnan(v.az)) e.Raw("az_deg", "null");
                 else e.Num("az_deg", v.az);
                 e.Num("alt_deg", v.e.altitude);
@@ -311,7 +300,7 @@ int RunSat(const Args &args) {
         for (size_t i = 0; i < passes.size(); ++i) {
             const auto &v = passes[i];
             if (i > 0 && v.e.kind == 1) std::printf("\n");
-            std::printf("  %s %s  %-11s  az %6.1f°  alt %+5.1f°  %s\n", LocalTime(v.e.jd, place.tz).c_str(),
+            std::printf("  %s %s  %-11s  az %6.1f°  alt %+5.1f°  %s\n", LocalClock(v.e.jd, place.tz).c_str(),
                         FormatZone(place.tz).c_str(), KindName(v.e.kind), v.az, v.e.altitude, LightName(v.shadow));
         }
     }

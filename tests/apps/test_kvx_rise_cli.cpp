@@ -97,11 +97,8 @@ TEST(KvxSatCli, PassesInLocalTimeAsTheLibraryFindsThem) {
     ASatPassEvent ev[64];
     const int n = ASatRiseSet(jd, jd + 1.0, &tokyo, &elm, -90.0, ev, 64);
     ASSERT_GT(n, 3);
-    ADate d{};  // rounded to the second as kvx sat does it
-    JdToDate2(std::round((ev[0].jd + 9.0 / 24.0) * 86400.0) / 86400.0 + 1e-12, &d);
-    char when[64];
-    std::snprintf(when, sizeof when, "%04d-%02d-%02d %02d:%02d:%02d +09:00  %s", d.year, d.month, d.day, d.hour,
-                  d.minute, static_cast<int>(d.second), ev[0].kind == 1 ? "rise" : ev[0].kind == 2 ? "culmination" : "set");
+    std::string when = LocalText(ev[0].jd, 9.0, "%04d-%02d-%02d %02d:%02d:%02d +09:00  ");
+    when += ev[0].kind == 1 ? "rise" : ev[0].kind == 2 ? "culmination" : "set";
     EXPECT_TRUE(r.Has(when)) << when << "\n" << r.out;
     EXPECT_EQ(Count(r.out, " +09:00  "), n);
 }
