@@ -84,8 +84,8 @@ TEST(LunarEclipse, YearSearchAndLimits) {
     ASSERT_EQ(GetLunarEclipses(2020, list, 8), 4);
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(list[i].type, KVX_ECLIPSE_PENUMBRAL);
-        EXPECT_TRUE(list[i].p1 < list[i].jdMax && list[i].jdMax < list[i].p4 && list[i].u1 == 0.0);
-        EXPECT_TRUE(i == 0 || list[i].jdMax > list[i - 1].jdMax);
+        EXPECT_TRUE(list[i].p1 < list[i].jdMax && list[i].jdMax < list[i].p4 && list[i].u1 == 0.0 &&
+                    (i == 0 || list[i].jdMax > list[i - 1].jdMax)) << i;
         LunarEclipse again;
         EXPECT_EQ(CalcLunarEclipse(list[i].jdFullMoon + 10.0, &again), KVX_ECLIPSE_PENUMBRAL);
         EXPECT_NEAR(again.jdMax, list[i].jdMax, 1e-9);
