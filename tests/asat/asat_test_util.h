@@ -1,6 +1,5 @@
-// Element sets for the satellite tests: two-line files under
-// tests/reference/data ('#' comments, an optional name line before each
-// pair of element lines).
+// Element sets for the satellite tests: two-line files under tests/reference/data ('#' comments, an optional
+// name line before each pair of element lines).
 #pragma once
 
 #include <cstring>

@@ -1,6 +1,5 @@
-// Observation geometry of artificial satellites: Earth-fixed and inertial
-// places and look angles against Skyfield, the sidereal angle, the J2000.0
-// conversions and the Earth's shadow.
+// Observation geometry of artificial satellites: Earth-fixed and inertial places and look angles against
+// Skyfield, the sidereal angle, the J2000.0 conversions and the Earth's shadow.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -49,8 +48,7 @@ TEST(ASatGeometry, PlacesAndLookAnglesMatchSkyfield) {
 TEST(ASatGeometry, SiderealAngleTheCentreAndThePole) {
     // GMST at 2000 January 1, 12 h UT: 18h 41m 50.54841s (IAU 1982).
     EXPECT_NEAR(kvx::asat::SiderealAngle(2451545.0) / kDegToRad, 280.46061837504, 1e-8);
-    // The Earth's centre, and a point over the pole: the polar radius is
-    // a sqrt(1 - e^2) with GRS80's e^2.
+    // The Earth's centre, and a point over the pole: the polar radius is a sqrt(1 - e^2) with GRS80's e^2.
     const double centre[3] = {0, 0, 0}, pole[3] = {0, 0, 7000.0};
     Lla c, p;
     ASatXyzToLla(2460311.3, centre, &c);
@@ -61,9 +59,8 @@ TEST(ASatGeometry, SiderealAngleTheCentreAndThePole) {
 }
 
 TEST(ASatGeometry, EarthShadowCone) {
-    // Cone radius r 1000 km behind the Earth; full shadow inside 99.5 % of it,
-    // a linear fade across the rest. Off the axis the satellite is p^2 / 2 AU
-    // = 0.135 km further from the Sun: the cone 0.6 m narrower, 2e-5 of the fade.
+    // Cone radius r 1000 km behind the Earth; full shadow inside 99.5 % of it, a linear fade across
+    // the rest. Off the axis, p^2 / 2 AU = 0.135 km further away: 0.6 m narrower, 2e-5 of the fade.
     const double r = (1.0 - 1000.0 / 1500000.0) * 6378.137, earth[3] = {1.0, 0.0, 0.0};
     const struct { double alongKm, offKm, shadow, tolerance; const char *name; } cases[] = {
         {1000.0, 0.0, 1.0, 0.0, "on the Sun-Earth line behind the Earth"},
@@ -98,9 +95,8 @@ TEST(ASatGeometry, HorizonAndEarthFixedDirectionsInJ2000) {
     ASatLLDToAd(jd, &obs, obs.longitude, obs.latitude, 7000.0, &up);
     ASatHrzToAd(jd, &obs, 0.0, 90.0, &zenith);
     EXPECT_LT(SepArcsec(up, zenith), 0.01);
-    // 1000 km above another place, seen from the equator (where geodetic and
-    // geocentric latitude agree): the direction of its look angles, within the
-    // two observer figures (3 m) and mean against apparent sidereal time.
+    // 1000 km above another place, seen from the equator (geodetic = geocentric latitude): the
+    // direction of its look angles, within the two observer figures (3 m) and mean vs apparent time.
     const Observer equator{0.0, 139.6917, 40.0};
     const Lla target{10.0, 150.0, 1000e3}, station{equator.latitude, equator.longitude, equator.height};
     double xyz[3], az, el;

@@ -1,5 +1,4 @@
-// Two-line elements: the column cuts of ASatTleToElm and the launch and
-// lifetime rules of ASatIsElmValid.
+// Two-line elements: the column cuts of ASatTleToElm and the launch and lifetime rules of ASatIsElmValid.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -45,47 +44,37 @@ TEST(ASatTle, CutsEveryFieldFromItsColumns) {
     auto epoch = [](const char *field) {
         return ElmFromLines("", std::string("1 00001U 00001A   ") + field + "  .00000000  00000-0  12345-4 0    10", "2");
     };
-    EXPECT_DOUBLE_EQ(epoch("24001.50000000").epoch, 2460311.0);  // 2024 January 1, 12 h
-    EXPECT_DOUBLE_EQ(epoch("99365.00000000").epoch, 2451543.5);  // 1999 December 31, 0 h
-    EXPECT_DOUBLE_EQ(epoch("50001.00000000").epoch, 2433282.5);  // 1950 January 1
-    EXPECT_DOUBLE_EQ(epoch("49001.00000000").epoch, 2469442.5);  // 2049 January 1
+    // 2024 January 1 12 h, 1999 December 31, 1950 January 1, 2049 January 1.
+    for (const auto &[field, jd] : {std::pair{"24001.50000000", 2460311.0}, {"99365.00000000", 2451543.5},
+                                    {"50001.00000000", 2433282.5}, {"49001.00000000", 2469442.5}})
+        EXPECT_DOUBLE_EQ(epoch(field).epoch, jd) << field;
     EXPECT_DOUBLE_EQ(epoch("49001.00000000").bstar, 0.12345e-4);
     // Garbage and short lines give zeros; null pointers are ignored.
     const Elm g = ElmFromLines("      ", "1 xxxxxU garbage", "2 short");
     EXPECT_STREQ(g.name, "");
-    EXPECT_EQ(g.catalogNumber, 0);
-    EXPECT_EQ(g.inclination + g.meanMotion + g.bstar, 0.0);
+    EXPECT_EQ(g.catalogNumber + g.inclination + g.meanMotion + g.bstar, 0.0);
     EXPECT_STREQ(g.line2, "2 short");
     EXPECT_EQ(ASatTleToElm(nullptr, nullptr), 1);
 }
 
-// Valid from January 1 of the launch year (two digits pivoting at 55) and
-// within the drag lifetime of q = 42241.09773 n^-1.5 (1 - e), n in rev/day,
-// either side of the epoch: (3 q - 1920) / B* / 1440 days from 650 to 680,
-// (0.75 q - 474.5) / B* / 1440 days below, at least one day; no expiry for
-// q >= 680 or B* below 1e-4.
+// Valid from January 1 of the launch year (two digits pivoting at 55) and within the drag lifetime of q =
+// 42241.09773 n^-1.5 (1 - e), n in rev/day, either side of the epoch: (3 q - 1920) / B* / 1440 days from 650 to
+// 680, (0.75 q - 474.5) / B* / 1440 days below, at least one day; no expiry for q >= 680 or B* below 1e-4.
 TEST(ASatValidity, LaunchYearAndDragLifetime) {
     const struct { int launch; double rev, bstar, jd; int valid; const char *why; } cases[] = {
-        {57, 15.0, 0.0, CalcJd(1957, 1, 1.0), 1, "launched 1957"},
-        {57, 15.0, 0.0, CalcJd(1956, 12, 31.9), 0, "before the launch year"},
-        {55, 15.0, 0.0, CalcJd(2054, 12, 31.0), 0, "55 is 2055"},
-        {55, 15.0, 0.0, CalcJd(2055, 1, 1.0), 1, "55 is 2055"},
+        {57, 15.0, 0.0, CalcJd(1957, 1, 1.0), 1, "launched 1957"}, {57, 15.0, 0.0, CalcJd(1956, 12, 31.9), 0, "before 1957"},
+        {55, 15.0, 0.0, CalcJd(2054, 12, 31.0), 0, "55 is 2055"},  {55, 15.0, 0.0, CalcJd(2055, 1, 1.0), 1, "55 is 2055"},
         {98, 16.0, 0.001, 2460311.0 + 41.6, 1, "q = 660.017: 41.70 days"},
         {98, 16.0, 0.001, 2460311.0 - 41.6, 1, "q = 660.017: 41.70 days before"},
         {98, 16.0, 0.001, 2460311.0 + 41.8, 0, "q = 660.017: 41.70 days"},
-        {98, 16.2, 0.001, 2460311.0 + 7.8, 1, "q = 647.87: 7.90 days"},
-        {98, 16.2, 0.001, 2460311.0 + 8.0, 0, "q = 647.87: 7.90 days"},
+        {98, 16.2, 0.001, 2460311.0 + 7.8, 1, "q = 647.87: 7.90 days"}, {98, 16.2, 0.001, 2460311.0 + 8.0, 0, "q = 647.87: 7.90 days"},
         {98, 16.2, 0.05, 2460311.0 + 0.99, 1, "a lifetime under a day counts as one"},
         {98, 16.2, 0.05, 2460311.0 + 1.01, 0, "a lifetime under a day counts as one"},
-        {98, 15.5, 0.001, 2460311.0 + 1000.0, 1, "q = 692.2: no expiry"},
-        {98, 16.0, 0.001, NAN, 0, "no date"},
+        {98, 15.5, 0.001, 2460311.0 + 1000.0, 1, "q = 692.2: no expiry"}, {98, 16.0, 0.001, NAN, 0, "no date"},
     };
     for (const auto &c : cases) {
         Elm e{};
-        e.launchYear = c.launch;
-        e.meanMotion = c.rev * 2.0 * 3.141592653589793 / 1440.0;
-        e.bstar = c.bstar;
-        e.epoch = 2460311.0;
+        e.launchYear = c.launch, e.meanMotion = c.rev * 2.0 * 3.141592653589793 / 1440.0, e.bstar = c.bstar, e.epoch = 2460311.0;
         EXPECT_EQ(ASatIsElmValid(c.jd, &e), c.valid) << c.why;
     }
     const Elm iss = ElmFromLines("ISS", kIss1, kIss2);  // negative drag never expires

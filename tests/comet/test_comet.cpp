@@ -52,10 +52,8 @@ TEST(CalcComet, AstrometricPlaceMatchesPyEphem) {
     Place(el, kvx::test::AtJde(2451545.0), 0);
 }
 
-// Elements referred to B1950.0 are precessed to J2000.0 first: the same
-// numbers read as B1950.0 turn the orbit by 50 years of precession (0.7
-// degree about the ecliptic pole), which moves Halley's comet at its 1986
-// perihelion by a fraction of that as seen from the Earth.
+// Elements of B1950.0 are precessed first: 50 years of precession (0.7 deg
+// about the ecliptic pole) move Halley's comet at its 1986 perihelion by a part of that.
 TEST(CalcComet, ElementsOfAnotherEquinoxArePrecessed) {
     CometElements el = Orbit(0);
     const ATime t = kvx::test::AtJde(2446470.95);
@@ -63,8 +61,7 @@ TEST(CalcComet, ElementsOfAnotherEquinoxArePrecessed) {
     el.equinox = 1950.0;
     const BodyPos b1950 = Place(el, t);
     const double shift = SepArcsec(j2000.f[0], j2000.f[1], b1950.f[0], b1950.f[1]) / 3600.0;
-    EXPECT_GT(shift, 0.05);
-    EXPECT_LT(shift, 2.0);
+    EXPECT_TRUE(shift > 0.05 && shift < 2.0) << shift;
 }
 
 TEST(GetCometOrbit, EllipseParabolaHyperbola) {
@@ -82,8 +79,7 @@ TEST(GetCometOrbit, EllipseParabolaHyperbola) {
     for (int k : {2, 3}) {
         const CometElements o = Orbit(k);
         ASSERT_EQ(GetCometOrbit(&o, 41, 6.0, xyz), 41) << k;
-        EXPECT_NEAR(r(0), 6.0, 1e-9) << k;
-        EXPECT_NEAR(r(40), 6.0, 1e-9) << k;
+        EXPECT_LT(std::fmax(std::fabs(r(0) - 6.0), std::fabs(r(40) - 6.0)), 1e-9) << k;
         EXPECT_NEAR(r(20), o.q, 1e-12) << k;
     }
     const CometElements o = Orbit(2);

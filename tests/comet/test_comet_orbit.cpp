@@ -1,6 +1,5 @@
-// The two-body solvers of comets and minor planets: boundary behaviour,
-// agreement between the solvers where their ranges meet, the conservation
-// laws the velocities must obey, and the orientation matrices.
+// The two-body solvers of comets and minor planets: boundary behaviour, agreement between the solvers where
+// their ranges meet, the conservation laws the velocities must obey, and the orientation matrices.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -22,19 +21,15 @@ CometElements Elements(double e, double q) {
     return el;
 }
 
-// Position and velocity at perihelion, and from there on: vis-viva, the
-// angular momentum and the conic, for every solver's range and the
-// switches between them (0.6, 0.98, 1 -+ 1e-8).
+// Position and velocity at perihelion, and from there on: vis-viva, the angular momentum and the conic, for
+// every solver's range and the switches between them (0.6, 0.98, 1 -+ 1e-8).
 TEST(CometSolver, PerihelionAndConservationLawsForEveryEccentricity) {
     for (double e : {0.0, 0.3, 0.59, 0.6, 0.9, 0.97999, 0.98, 0.999, 1.0 - 5e-9, 1.0, 1.0 + 5e-9, 1.001, 1.5, 5.0}) {
         OrbitState s;
         ASSERT_EQ(kvx::comet::SolveOrbit(2451545.0, Elements(e, 0.7), &s, true), 1) << e;
-        EXPECT_NEAR(s.x, 0.7, 1e-12) << e;
-        EXPECT_NEAR(s.y, 0.0, 1e-12) << e;
-        EXPECT_NEAR(s.trueAnomaly, 0.0, 1e-12) << e;
-        // Perihelion speed k sqrt((1 + e) / q), perpendicular to the radius.
+        // At q on the x axis, speed k sqrt((1 + e) / q) perpendicular to the radius.
+        EXPECT_LT(std::fmax(std::fmax(std::fabs(s.x - 0.7), std::fabs(s.y)), std::fmax(std::fabs(s.trueAnomaly), std::fabs(s.vx))), 1e-12) << e;
         EXPECT_NEAR(s.vy, kGauss * std::sqrt((1 + e) / 0.7), 1e-10) << e;
-        EXPECT_NEAR(s.vx, 0.0, 1e-12) << e;
     }
     const double q = 1.3;
     for (double e : {0.1, 0.59, 0.6, 0.95, 0.97999, 0.98, 0.9999, 1.0, 1.0001, 1.3, 3.0})
@@ -48,8 +43,7 @@ TEST(CometSolver, PerihelionAndConservationLawsForEveryEccentricity) {
             EXPECT_NEAR(s.x * s.vy - s.y * s.vx, kGauss * std::sqrt(q * (1 + e)), 1e-9);  // r x v
             EXPECT_NEAR(r, q * (1 + e) / (1 + e * std::cos(s.trueAnomaly)), 1e-8 * r);     // the conic
         }
-    // 2M/e + 1.85 is negative long before perihelion on a hyperbola, so the
-    // start is ln(0.01).
+    // 2M/e + 1.85 < 0 long before perihelion on a hyperbola: the start is ln(0.01).
     OrbitState s;
     ASSERT_EQ(kvx::comet::SolveOrbit(2451545.0 - 5000.0, Elements(1.2, 1.0), &s, true), 1);
     EXPECT_LT(s.y, 0.0);

@@ -66,10 +66,9 @@ TEST(CometTails, MatchNumericalIntegration) {
     cmp.Check();
 }
 
-// Grid rows are the syndynes; the oldest, freest grain is the tip. Beta 0
-// keeps the nucleus' orbit (round trip through elements and solvers: 1e-8 rad
-// at a = 360 AU, 1e-7 AU, 0.05" at 0.7 AU); age 0 is the nucleus up to the
-// fall during the light time, beta g tau^2 / 2 <= 8e-9 AU: 0.0023".
+// Grid rows are the syndynes; the oldest, freest grain is the tip. Beta 0 keeps the nucleus' orbit (round trip
+// through elements and solvers: 1e-8 rad at a = 360 AU, 1e-7 AU, 0.05" at 0.7 AU); age 0 is the nucleus up to
+// the fall during the light time, beta g tau^2 / 2 <= 8e-9 AU: 0.0023".
 TEST(CometTails, GridSyndynesAndTheNucleus) {
     const Scene s(0, 2459050.5);
     const double betas[3] = {0.0, 0.25, 1.0}, ages[4] = {0.0, 4.0, 8.0, 12.0};

@@ -60,27 +60,21 @@ TEST(JoviSatPhenomena, PlacesOnTheSightAndSunLines) {
     const double zero[3] = {0, 0, 0};
     const Built probe(kQuadrature, zero);
     const double up[3] = {0.0, 0.0, 1.0};
-    struct Case {
-        const char *name;
-        const double *axis;
-        double scale;  // AU along the axis
-        int transit, occultation, shadowTransit, eclipse;
-    } cases[] = {
-        {"750000 km behind the centre", probe.toJupiter, 0.005, 0, 1, 0, 0},
-        {"in front: at quadrature its shadow misses", probe.toJupiter, -0.005, 1, 0, 0, 0},
-        {"towards the Sun: a shadow transit", probe.fromSun, -0.003, 0, 0, 1, 0},
-        {"away from the Sun: an eclipse", probe.fromSun, 0.003, 0, 0, 0, 1},
-        {"far off the disc in both views", up, 0.01, 0, 0, 0, 0},
+    struct Case { const char *name; const double *axis; double scale; /* AU along the axis */ int flags[4]; } cases[] = {
+        // flags: transit, occultation, shadow transit, eclipse
+        {"750000 km behind the centre", probe.toJupiter, 0.005, {0, 1, 0, 0}},
+        {"in front: at quadrature its shadow misses", probe.toJupiter, -0.005, {1, 0, 0, 0}},
+        {"towards the Sun: a shadow transit", probe.fromSun, -0.003, {0, 0, 1, 0}},
+        {"away from the Sun: an eclipse", probe.fromSun, 0.003, {0, 0, 0, 1}},
+        {"far off the disc in both views", up, 0.01, {0, 0, 0, 0}},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
         const double S[3] = {c.axis[0] * c.scale, c.axis[1] * c.scale, c.axis[2] * c.scale};
         const JoviSatResult r = Built(kQuadrature, S).Run();
-        EXPECT_EQ(r.transit, c.transit);
-        EXPECT_EQ(r.occultation, c.occultation);
-        EXPECT_EQ(r.shadowTransit, c.shadowTransit);
-        EXPECT_EQ(r.eclipse, c.eclipse);
-        if (!c.shadowTransit) continue;
+        const int got[4] = {r.transit, r.occultation, r.shadowTransit, r.eclipse};
+        EXPECT_EQ(std::vector<int>(got, got + 4), std::vector<int>(c.flags, c.flags + 4));
+        if (!c.flags[2]) continue;
         // The shadow falls at the sub-solar point, one equatorial radius towards the
         // Sun, which is within 3.3 deg of the spheroid's equator (the ecliptic).
         const double *p = r.shadowPoint;
@@ -101,9 +95,8 @@ TEST(JoviSatPhenomena, PlacesOnTheSightAndSunLines) {
     }
 }
 
-// Nearest found event of each contact's satellite, kind (onlyKind, or the row's
-// when -1) and side: Io and Europa compared, Ganymede and Callisto counted
-// (.second of .first within an hour).
+// Nearest found event of each contact's satellite, kind (onlyKind, or the row's when -1) and side: Io and
+// Europa compared, Ganymede and Callisto counted (.second of .first within an hour).
 std::pair<int, int> CompareContacts(const Reference &ref, Comparison &cmp, const std::vector<JovianEvent> &ours,
                                     int onlyKind) {
     int outer = 0, outerFound = 0;
@@ -130,19 +123,16 @@ std::vector<JovianEvent> Search(const std::vector<std::pair<double, double>> &ra
     for (const auto &[from, to] : ranges) {
         JovianEvent buf[400];
         const int n = kvx::psat::FindJovianEvents(from, to, buf, 400);
-        EXPECT_GT(n, 0);
-        EXPECT_LT(n, 400);
+        EXPECT_TRUE(n > 0 && n < 400) << n;
         ours.insert(ours.end(), buf, buf + n);
     }
     return ours;
 }
 
-// Over the ranges of tests/reference/jovian_events_pyephem.py: occultations
-// against PyEphem's earth_visible flag; eclipses against the shadow's geometry
-// (its sun_visible flag switches up to 20 minutes inside the cylinder). The
-// disc is flattened along the ecliptic pole, 2.2 deg from Jupiter's, so chords
-// differ by tens of seconds to minutes; Ganymede and Callisto cross near the
-// ellipse's poles, where a chord can vanish or appear: counted, not bounded.
+// Ranges of tests/reference/jovian_events_pyephem.py: occultations against PyEphem's earth_visible
+// flag; eclipses against the shadow's geometry (its sun_visible flag switches up to 20 min inside the
+// cylinder). The disc is flattened along the ecliptic pole, 2.2 deg from Jupiter's: chords differ by
+// seconds to minutes; Ganymede's and Callisto's near the poles can vanish or appear: counted.
 TEST(JovianEvents, OccultationsAndEclipsesOverThePyEphemRanges) {
     const auto ours = Search({{2460200.5, 2460215.5}, {2460320.5, 2460335.5}, {2461030.5, 2461040.5}});
     const Reference ref("jovian_events_pyephem.txt", {"jd", "sat", "kind", "start"});

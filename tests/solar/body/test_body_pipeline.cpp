@@ -16,9 +16,8 @@ using kvx::test::SepArcsec;
 constexpr double kLightDaysPerAu = 0.005775518308;
 constexpr double kJde = 2459000.5;
 
-// A body in fast uniform motion (the loop needs several passes) against
-// the exact light time tau of |p(kJde - tau) - origin - offset| = tau / c,
-// found by bisection.
+// A body in fast uniform motion (the loop needs several passes) against the exact light time tau of |p(kJde -
+// tau) - origin - offset| = tau / c, found by bisection.
 TEST(BodyLightTime, SettlesOnTheRetardedInstantOfAMovingBody) {
     const double p0[3] = {3.0, -4.0, 1.2}, v[3] = {0.03, 0.04, -0.02};
     const double origin[3] = {0.6, 0.8, 0.0}, offset[3] = {2e-5, -3e-5, 1e-5};
@@ -47,8 +46,7 @@ TEST(BodyLightTime, SettlesOnTheRetardedInstantOfAMovingBody) {
     }
 }
 
-// Per rule, a NaN source: passes made and result; a failing source always
-// ends the loop at once with false.
+// Per rule, a NaN source: passes made and result; a failing source always ends the loop at once with false.
 TEST(BodyLightTime, SourcesThatFailOrGoNonFinite) {
     const double origin[3] = {0, 0, 0};
     int calls = 0;
@@ -58,11 +56,7 @@ TEST(BodyLightTime, SourcesThatFailOrGoNonFinite) {
         return true;
     };
     auto fails = [&calls](double, double[3]) { ++calls; return false; };
-    const struct {
-        NonFinite rule;
-        bool result;
-        int calls;
-    } cases[] = {{NonFinite::kIterate, true, 7}, {NonFinite::kStop, true, 1}, {NonFinite::kFail, false, 1}};
+    const struct { NonFinite rule; bool result; int calls; } cases[] = {{NonFinite::kIterate, true, 7}, {NonFinite::kStop, true, 1}, {NonFinite::kFail, false, 1}};
     for (const auto &c : cases) {
         const LightTimeRule rule{1.0, kOneSecond, c.rule, 7};
         Retarded r;
@@ -90,16 +84,14 @@ TEST(BodyHead, AgreesWithTheCoordinateConverter) {
         // Same rotations, only rounding between the two angle rules.
         EXPECT_LT(SepArcsec(b.f[kRaJ2000], b.f[kDecJ2000], j2000.a, j2000.d), 1e-6);
         EXPECT_LT(SepArcsec(b.f[kEclLon], b.f[kEclLat], ecl.a, ecl.d), 1e-6);
-        // The converter aberrates on the J2000.0 axes, the head on those of
-        // date: at most 20.5" x the precession angle since J2000.0 (0.005
-        // rad in 2020), 0.10".
+        // The converter aberrates on the J2000.0 axes, the head on those of date: at most 20.5" x the
+        // precession angle since J2000.0 (0.005 rad in 2020), 0.10".
         EXPECT_LT(SepArcsec(b.f[kRaApparent], b.f[kDecApparent], app.a, app.d), 0.11);
     }
 }
 
-// The head measured from a nearby body's angles against the head's own
-// arctangents, for bodies around references at the 0/360 seam, at the
-// equator and at high declination: the two differ by rounding alone.
+// The head measured from a nearby body's angles against the head's own arctangents, for bodies around
+// references at the 0/360 seam, at the equator and at high declination: the two differ by rounding alone.
 TEST(BodyHead, NearRuleAgreesWithItsOwnArctangents) {
     const ATime t = kvx::test::AtJde(kJde);
     const double refs[3][2] = {{359.99, -12.0}, {150.0, 0.5}, {70.0, 75.0}};
@@ -137,9 +129,8 @@ TEST(BodyHead, NearRuleAgreesWithItsOwnArctangents) {
         FillHead(t, far, place, &near);
         for (int k = 0; k < 7; ++k) EXPECT_EQ(near.f[k], direct.f[k]) << k;
     }
-    // Bound: the series' truncation (u^9 / 9, 6e-17 rad), the reference's
-    // sine and cosine (2.3e-16) and the sum in degrees (an ulp of 360,
-    // 5.7e-14 deg): 3e-10"; measured 1e-10".
+    // Bound: series truncation (u^9 / 9, 6e-17 rad), the reference's sin/cos
+    // (2.3e-16) and an ulp of 360 deg (5.7e-14 deg): 3e-10"; measured 1e-10".
     EXPECT_LT(worst, 3e-10);
 }
 

@@ -37,11 +37,10 @@ void Compare(const LunarEclipse &e, const Reference::Row &row, double minSemiDur
 TEST(LunarEclipse, WithDe405AgainstSwissEphemeris) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     const Reference ref("eclipses_swe.txt", kColumns);
-    Comparison cmp({{"max_s", 5.0, "DE405 vs DE431, Danjon's rule in both; search to 0.05 s"},
-                    {"contact_s", 5.0, "DE405 vs DE431, Danjon's rule in both; search to 0.05 s"},
-                    {"umag", 0.002, "lunar radius 1737.4 km vs the reference's"},
-                    {"pmag", 0.002, "lunar radius 1737.4 km vs the reference's"},
-                    {"gamma", 0.0005, "DE405 vs DE431"}});
+    const char *const instant = "DE405 vs DE431, Danjon's rule in both; search to 0.05 s";
+    const char *const radius = "lunar radius 1737.4 km vs the reference's";
+    Comparison cmp({{"max_s", 5.0, instant}, {"contact_s", 5.0, instant}, {"umag", 0.002, radius},
+                    {"pmag", 0.002, radius}, {"gamma", 0.0005, "DE405 vs DE431"}});
     for (const auto &row : ref) {
         if (row["p1"] < 2451537.0 || row["p4"] > 2452272.0) continue;
         LunarEclipse e;
@@ -52,17 +51,14 @@ TEST(LunarEclipse, WithDe405AgainstSwissEphemeris) {
     cmp.Check();
 }
 
-// Without files, 1900-2100: the lunar theory's 17" and 11" (18" mean offset
-// at full Moon) over 0.5"/s give instants within 1.5 min; grazing contacts
-// (within 40 min of greatest eclipse) are skipped, eclipses whose type the
-// theory's few arcseconds change (magnitudes within 0.005 of 0 or 1) counted.
+// Without files, 1900-2100: the lunar theory's 17" and 11" (18" mean offset at full Moon) over 0.5"/s give
+// instants within 1.5 min; grazing contacts (within 40 min of greatest eclipse) are skipped, eclipses whose
+// type the theory's few arcseconds change (magnitudes within 0.005 of 0 or 1) counted.
 TEST(LunarEclipse, TheoriesAgainstSwissEphemeris1900To2100) {
     const Reference ref("eclipses_swe.txt", kColumns);
     const char *const mag = "the theory's 11\" in latitude and 5\" of parallax (550 km) over the Moon's 1860\" diameter";
-    Comparison cmp({{"max_s", 110.0, "the lunar theory's truncation at full Moon"},
-                    {"contact_s", 130.0, "the lunar theory's truncation at full Moon"},
-                    {"umag", 0.009, mag},
-                    {"pmag", 0.009, mag},
+    const char *const trunc = "the lunar theory's truncation at full Moon";
+    Comparison cmp({{"max_s", 110.0, trunc}, {"contact_s", 130.0, trunc}, {"umag", 0.009, mag}, {"pmag", 0.009, mag},
                     {"gamma", 0.0055, "the theory's 11\" in latitude and 550 km in distance"}});
     int borderline = 0;
     for (const auto &row : ref) {
@@ -88,8 +84,8 @@ TEST(LunarEclipse, YearSearchAndLimits) {
     ASSERT_EQ(GetLunarEclipses(2020, list, 8), 4);
     for (int i = 0; i < 4; ++i) {
         EXPECT_EQ(list[i].type, KVX_ECLIPSE_PENUMBRAL);
-        EXPECT_TRUE(list[i].p1 < list[i].jdMax && list[i].jdMax < list[i].p4 && list[i].u1 == 0.0);
-        EXPECT_TRUE(i == 0 || list[i].jdMax > list[i - 1].jdMax);
+        EXPECT_TRUE(list[i].p1 < list[i].jdMax && list[i].jdMax < list[i].p4 && list[i].u1 == 0.0 &&
+                    (i == 0 || list[i].jdMax > list[i - 1].jdMax)) << i;
         LunarEclipse again;
         EXPECT_EQ(CalcLunarEclipse(list[i].jdFullMoon + 10.0, &again), KVX_ECLIPSE_PENUMBRAL);
         EXPECT_NEAR(again.jdMax, list[i].jdMax, 1e-9);
@@ -103,8 +99,6 @@ TEST(LunarEclipse, YearSearchAndLimits) {
     // Outside the phase series, NaN: nothing written.
     LunarEclipse untouched{};
     untouched.type = 7;
-    EXPECT_EQ(CalcLunarEclipse(1e9, &untouched), 0);
-    EXPECT_EQ(CalcLunarEclipse(std::nan(""), &untouched), 0);
-    EXPECT_EQ(GetLunarEclipses(-5000, list, 8), 0);
-    EXPECT_EQ(untouched.type, 7);
+    EXPECT_TRUE(CalcLunarEclipse(1e9, &untouched) == 0 && CalcLunarEclipse(std::nan(""), &untouched) == 0 &&
+                GetLunarEclipses(-5000, list, 8) == 0 && untouched.type == 7);
 }

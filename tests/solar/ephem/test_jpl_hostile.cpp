@@ -1,6 +1,5 @@
-// The JPL DE reader on the hostile corpus (tools/make_hostile_fixtures.py):
-// a file opens or prints exactly one of the opener's lines; queries on the
-// ones that open never crash and print only the reader's lines.
+// The JPL DE reader on the hostile corpus (tools/make_hostile_fixtures.py): a file opens or prints exactly one
+// of the opener's lines; queries on the ones that open never crash and print only the reader's lines.
 #include <gtest/gtest.h>
 
 #include <regex>
@@ -27,10 +26,7 @@ OpenResult OpenCapturing(const std::string &path) {
 
 TEST(JplDeHostile, FilesTheOpenerRefusesWithItsLine) {
     // "" is the corpus directory itself, a leading '/' an absolute path.
-    const struct {
-        const char *line;
-        std::vector<const char *> names;
-    } cases[] = {
+    const struct { const char *line; std::vector<const char *> names; } cases[] = {
         {"open %s failed\n", {"/nonexistent/de.bin", ""}},
         {"read %s faield\n", {"de_empty.bin", "de_short.bin", "kq_no_length.bin", "kq_length_beyond_file.bin"}},
         {"read JPL header failed. file=%s\n", {"de_header_truncated.bin", "de421.bin", "de_version_low.bin",
@@ -81,10 +77,7 @@ std::string QueryEverything(kvx::jpl::Reader *r, int *answered) {
 }
 
 TEST(JplDeHostile, FilesThatOpenAnswerSafely) {
-    const struct {
-        const char *name;
-        bool answers;  // some query succeeds
-    } cases[] = {
+    const struct { const char *name; bool answers; /* some query succeeds */ } cases[] = {
         {"de_no_constants.bin", false},       // header only: every record read fails
         {"de_absurd_pointers.bin", true},     // bad components are missing, good ones answer
         {"de_truncated_records.bin", true},   // the first record reads, the second is cut
@@ -106,9 +99,8 @@ TEST(JplDeHostile, FilesThatOpenAnswerSafely) {
     }
 }
 
-// A cut record fails with the read-error chain (an Earth query, from two
-// components, without the getpv line). Absurd pointers (Mercury past the
-// record, Venus running past it, Mars negative) make only those bodies
+// A cut record fails with the read-error chain (an Earth query, from two components, without the getpv line).
+// Absurd pointers (Mercury past the record, Venus running past it, Mars negative) make only those bodies
 // missing; the librations answer.
 TEST(JplDeHostile, DamagedFilesFailOnlyTheAffectedQueries) {
     kvx::jpl::Reader *r = kvx::jpl::Open(Hostile("de_truncated_records.bin").c_str());

@@ -21,9 +21,8 @@ struct Opened {
     ~Opened() { px::Release(); }
 };
 
-// A one-block Earth file (399): rows k = {s, 2s, -s, 0.5, 0.25, k} from `first`
-// every `step` days, s = 1 at row `spike` and 0 elsewhere (native doubles:
-// the test machine is little-endian like the files).
+// A one-block Earth file (399): rows k = {s, 2s, -s, 0.5, 0.25, k} from `first` every `step` days, s = 1 at row
+// `spike` and 0 elsewhere (native doubles: the test machine is little-endian like the files).
 std::string SpikeFile(const std::string &name, double first, double step, int dataRows, int spike) {
     const auto path = std::filesystem::temp_directory_path() / ("kvx_planet_" + name);
     std::ofstream out(path, std::ios::binary);
@@ -45,10 +44,7 @@ TEST(PlanetXyz, InterpolationStaysWithinOneNanoAuOfTheDeFile) {
     kvx::test::Comparison cmp({{"position_au", 1e-9, "the generator chose each step for 1e-9 AU"},
                                {"velocity_au_d", 1e-9, "the generator chose each step for 1e-9 AU"}});
     // Library code, JPL number and step (days) of the fixture's bodies.
-    const struct {
-        int code, jpl;
-        double step;
-    } bodies[] = {{0, 1, 1}, {1, 2, 5}, {-3, 3, 1}, {2, 4, 8}, {3, 5, 8}, {4, 6, 8}, {5, 7, 8}, {6, 8, 8}, {7, 9, 8}};
+    const struct { int code, jpl; double step; } bodies[] = {{0, 1, 1}, {1, 2, 5}, {-3, 3, 1}, {2, 4, 8}, {3, 5, 8}, {4, 6, 8}, {5, 7, 8}, {6, 8, 8}, {7, 9, 8}};
     for (const auto &b : bodies)
         for (double jd = 2451536.5 + 0.37 * b.step; jd < 2452272.5 - b.step; jd += 2.13 * b.step) {
             double p[3], v[3], pv[6];
@@ -68,11 +64,7 @@ TEST(PlanetXyz, InterpolationStaysWithinOneNanoAuOfTheDeFile) {
 // rows 0..9 (exactly 0), i = 5 rows 1..10. Spike at row 19 of 30: i = 23
 // uses rows 19..28, from i = 24 rows 20..29. A tabulated date gives its row.
 TEST(PlanetXyz, TenRowWindowAtTheEndsOfABlock) {
-    const struct {
-        int spike;
-        double jd;
-        bool seesSpike;
-    } cases[] = {{10, 100.5, false}, {10, 103.0, false}, {10, 107.9, false}, {10, 109.9, false},
+    const struct { int spike; double jd; bool seesSpike; } cases[] = {{10, 100.5, false}, {10, 103.0, false}, {10, 107.9, false}, {10, 109.9, false},
                  {10, 110.5, true},  {19, 23.5, true},   {19, 24.5, false},  {19, 25.5, false}, {19, 28.9, false}};
     for (const auto &c : cases) {
         Opened f(c.spike == 10 ? SpikeFile("spike.xyz", 100.0, 2.0, 30, 10) : SpikeFile("spike_end.xyz", 0.0, 1.0, 30, 19),
@@ -124,12 +116,7 @@ TEST(PlanetXyz, MalformedChainsAreRefusedWhole) {
 // Lookups answer only where the block and its rows exist; otherwise the
 // output is untouched. Cut blocks fail only the lookups that need missing rows.
 TEST(PlanetXyz, LookupsAnswerOnlyWhereRowsExist) {
-    const struct {
-        const char *name;
-        int body;
-        double jd;
-        int found;
-    } cases[] = {
+    const struct { const char *name; int body; double jd; int found; } cases[] = {
         {"planet.xyz", -3, 2451536.4, 0},  // before the block
         {"planet.xyz", -3, 2452272.6, 0},  // after it
         {"planet.xyz", -3, NAN, 0},

@@ -1,5 +1,4 @@
-// The Moon from the DE405 excerpt and from the Moon position file made from
-// it, against the Swiss Ephemeris.
+// The Moon from the DE405 excerpt and from the Moon position file made from it, against the Swiss Ephemeris.
 #include <gtest/gtest.h>
 
 #include "kvxlib.h"
@@ -31,10 +30,9 @@ bool ConvergedGeocentric(double jde, double g[3]) {
     return true;
 }
 
-// CalcMoon2 against the reference rows within [from, to]. The light-time
-// loop stops at 0.01 s between passes; the last pass may be that far off
-// while the Moon moves 30 km/s about the Sun: 0.3 km (0.16"). Converged,
-// the same files agree with the reference to 0.014" and 24 m.
+// CalcMoon2 against the reference rows within [from, to]. The light-time loop stops at 0.01 s between passes;
+// the last pass may be that far off while the Moon moves 30 km/s about the Sun: 0.3 km (0.16"). Converged, the
+// same files agree with the reference to 0.014" and 24 m.
 void CompareWithReference(double from, double to, std::size_t minRows) {
     const Reference ref("moon_swe_apparent_de.txt", {"jde", "delta_t", "ra", "dec", "dist", "ra_j2000", "dec_j2000"});
     Comparison cmp({{"j2000_arcsec", 0.19, "light-time stopping rule, 0.16\""},
@@ -77,9 +75,8 @@ protected:
     }
 };
 
-// The DE405 excerpt as the main ephemeris over its two years; then the Moon
-// position file alone (the same excerpt's Moon, Earth and Sun, JD 2451568.5
-// to 2451728.5).
+// The DE405 excerpt as the main ephemeris over its two years; then the Moon position file alone (the same
+// excerpt's Moon, Earth and Sun, JD 2451568.5 to 2451728.5).
 TEST_F(MoonFromFiles, MainFileAndMoonFileAgainstReference) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     CompareWithReference(0, 1e9, 500);
@@ -88,9 +85,8 @@ TEST_F(MoonFromFiles, MainFileAndMoonFileAgainstReference) {
     CompareWithReference(2451568.6, 2451728.4, 100);
 }
 
-// CalcMoonLbr from the main file: the geometric Moon on the mean ecliptic of
-// date (measured 0.0037", 0.0013", 3 m). Outside the file's span the theory
-// answers, as without any file.
+// CalcMoonLbr from the main file: the geometric Moon on the mean ecliptic of date (measured 0.0037",
+// 0.0013", 3 m). Outside the file's span the theory answers, as without any file.
 TEST_F(MoonFromFiles, EclipticPlaceAndTheTheoryOutsideTheSpan) {
     ATime t = AtJde(2460400.7);
     BodyPos without{}, with{};

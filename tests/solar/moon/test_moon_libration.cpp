@@ -13,18 +13,15 @@ namespace {
 using kvx::moon::Libration;
 using kvx::moon::PhysicalLibration;
 
-// J. Meeus, Astronomical Algorithms, 2nd ed., example 53.a: 1992 April 12,
-// 0h TD, with the Moon of example 47.a (lambda without nutation). The book
-// prints rho, sigma, tau to 1e-5 degree and l, b, P to 0.01 degree.
+// J. Meeus, Astronomical Algorithms, 2nd ed., example 53.a: 1992 April 12, 0h TD, with the Moon of example 47.a
+// (lambda without nutation). The book prints rho, sigma, tau to 1e-5 degree and l, b, P to 0.01 degree.
 TEST(MoonLibration, MeeusExample53a) {
     const double t = -0.077221081451, beta = -3.229126;
     const PhysicalLibration p = kvx::moon::PhysicalLibrationSeries(t);
-    EXPECT_NEAR(p.rho, -0.01042, 0.000005);
-    EXPECT_NEAR(p.sigma, -0.01574, 0.000005);
-    EXPECT_NEAR(p.tau, 0.02673, 0.000005);
-    // The book's axis angle divides by cos b where the library divides by
-    // cos beta (both with the apparent right ascension and the true
-    // obliquity); that divisor is undone before comparing.
+    for (const auto &[got, book] : {std::pair{p.rho, -0.01042}, {p.sigma, -0.01574}, {p.tau, 0.02673}})
+        EXPECT_NEAR(got, book, 0.000005);
+    // The book's axis angle divides by cos b, the library's by cos beta (both with
+    // the apparent right ascension and true obliquity): undone before comparing.
     const Libration lib = kvx::moon::MoonLibration(t, 133.162655, beta, 134.688470, 0.004610, 23.440636);
     EXPECT_NEAR(lib.longitude, -1.23, 0.005);
     EXPECT_NEAR(lib.latitude, 4.20, 0.005);
@@ -34,12 +31,10 @@ TEST(MoonLibration, MeeusExample53a) {
     EXPECT_LT(lib.axisAngle, bookP - 0.01);  // the library's divisor is measurably different
 }
 
-// The npm package "astronomia" (Meeus ch. 53), 1900-2100 every 173 days,
-// with the library's conventions for the axis angle
-// (tests/reference/moon_libration_astronomia.cjs). Its fundamental
-// arguments are the second edition's: the editions' F and node part by
-// 2.6e-4 and 1.1e-4 degrees a century from 2000 (T^2 term of F), so l
-// differs by up to 3.7e-4 degrees (2.4e-5 within 1990-2010).
+// The npm package "astronomia" (Meeus ch. 53; tests/reference/moon_libration_astronomia.cjs),
+// 1900-2100 every 173 days, the library's axis-angle conventions. Its fundamental arguments are
+// the second edition's: F and the node part by 2.6e-4 and 1.1e-4 deg a century from 2000
+// (T^2 term of F), so l differs by up to 3.7e-4 deg (2.4e-5 within 1990-2010).
 TEST(MoonLibration, AgreesWithIndependentImplementation1900To2100) {
     const kvx::test::Reference ref("moon_libration_astronomia.txt", {"jde", "t", "lambda", "beta", "dpsi", "eps",
                                                                      "alpha", "rho", "sigma", "tau", "l", "b", "p"});

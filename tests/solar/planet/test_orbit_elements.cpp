@@ -1,6 +1,5 @@
-// Orbital-element routines: Standish's mean elements and the conversion
-// from position and velocity to elements against Swiss Ephemeris (DE431),
-// and the orbit points for drawing.
+// Orbital-element routines: Standish's mean elements and the conversion from position and velocity to elements
+// against Swiss Ephemeris (DE431), and the orbit points for drawing.
 #include <gtest/gtest.h>
 
 #include "kvxlib.h"
@@ -19,12 +18,10 @@ void EclToEq(const double in[3], double out[3]) {
     out[2] = std::sin(eps) * y + std::cos(eps) * z;
 }
 
-// Heliocentric J2000.0 states, nine bodies every half year. Standish's mean
-// elements (typical geocentric RA errors: Mars 100", Jupiter 600", Saturn
-// 1000") reach 1.8 times those here (measured 35.5", 24.7", 31.3", 179",
-// 655", 1262", 671", 343", 228"). Osculating elements from a state give it
-// back and follow the planet half a year on (measured: Venus 52"); not the
-// Earth, whose monthly motion about the barycentre spoils its mean motion.
+// Heliocentric J2000.0 states, nine bodies every half year. Standish's mean elements (geocentric RA errors:
+// Mars 100", Jupiter 600", Saturn 1000") reach 1.8 times those (measured 35.5", 24.7", 31.3", 179", 655",
+// 1262", 671", 343", 228"). Osculating elements give the state back and follow the planet half a year (Venus
+// 52"), not the Earth, whose monthly motion about the barycentre spoils its mean motion.
 TEST(OrbitElements, MeanAndOsculatingElementsAgainstSwissEphemeris1900To2100) {
     const Reference ref("planets_swe_helio.txt", {"jde", "code", "x", "y", "z", "vx", "vy", "vz"});
     std::vector<Bound> bounds = {{"epoch_au", 1e-12 * 50.0, "relative 1e-12 at Pluto's distance"},
@@ -35,7 +32,8 @@ TEST(OrbitElements, MeanAndOsculatingElementsAgainstSwissEphemeris1900To2100) {
     for (const auto &[code, limit] : limits)
         bounds.push_back({"mean_" + std::to_string(code), limit, "Standish's mean elements, see above"});
     Comparison cmp(bounds);
-    for (const auto &row : ref) {
+    for (std::size_t k = 0; k < ref.size(); ++k) {
+        const auto row = ref[k];
         const int code = static_cast<int>(row["code"]);
         OrbitElm el;
         double ecl[3], eq[3], v[3], ve[3];
@@ -51,8 +49,8 @@ TEST(OrbitElements, MeanAndOsculatingElementsAgainstSwissEphemeris1900To2100) {
             cmp.Add("epoch_au", eq[i] - row.From("x")[i], row);
             cmp.Add("epoch_au_d", ve[i] - row.From("vx")[i], row);
         }
-        if (code == -3 || row.index() + 9 >= ref.size()) continue;
-        const auto later = ref[row.index() + 9];
+        if (code == -3 || k + 9 >= ref.size()) continue;
+        const auto later = ref[k + 9];
         ASSERT_EQ(later["code"], code);
         ASSERT_EQ(GetPlanetByElement(&el, later["jde"], ecl, nullptr), 1);
         EclToEq(ecl, eq);
@@ -65,9 +63,7 @@ TEST(OrbitElements, CircularOrbitAndRefusals) {
     OrbitElm el;
     const double pos[3] = {1, 0, 0}, circ[3] = {0, 0.01720209895, 0}, escape[3] = {0, 0.0250, 0};  // above sqrt(2) k
     ASSERT_EQ(CalPVtoElm(pos, circ, 2451545.0, 0.0, 2000.0, &el), 1);
-    EXPECT_NEAR(el.a, 1.0, 1e-12);
-    EXPECT_NEAR(el.e, 0.0, 1e-12);
-    EXPECT_NEAR(el.incl, 0.0, 1e-12);
+    EXPECT_LT(std::fmax(std::fabs(el.a - 1.0), std::fmax(std::fabs(el.e), std::fabs(el.incl))), 1e-12);
     EXPECT_NEAR(el.n, 0.9856076686, 1e-9);  // Gaussian year
     EXPECT_EQ(CalPVtoElm(pos, escape, 2451545.0, 0.0, 2000.0, &el), 0);
     EXPECT_EQ(GetPlanetOrbitElm(8, 2451545.0, &el), 0);
@@ -89,10 +85,7 @@ TEST(CalcPlanetOrbit3, ClosedCurveThroughPerihelionAndAphelion) {
     double p[3], q[3];
     GetPlanetByElement(&el, el.epoch, p, nullptr);
     EclToEq(p, q);
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_NEAR(q[i], xyz[i], 1e-12);
-        EXPECT_NEAR(xyz[i], xyz[3 * 64 + i], 1e-12);
-    }
+    for (int i = 0; i < 3; ++i) EXPECT_LT(std::fmax(std::fabs(q[i] - xyz[i]), std::fabs(xyz[i] - xyz[3 * 64 + i])), 1e-12);
     EXPECT_EQ(CalcPlanetOrbit3(2, 2451545.0, 1, xyz), 0);
     EXPECT_EQ(CalcPlanetOrbit3(12, 2451545.0, 10, xyz), 0);
 }

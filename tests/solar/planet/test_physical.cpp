@@ -1,6 +1,5 @@
-// Physical ephemeris of the planets against Astronomy Engine, astronomia
-// (Meeus' reductions) and PyEphem; the Mallama & Hilton magnitudes against
-// Skyfield's port of the authors' program and Swiss Ephemeris.
+// Physical ephemeris of the planets against Astronomy Engine, astronomia (Meeus' reductions) and PyEphem; the
+// Mallama & Hilton magnitudes against Skyfield's port of the authors' program and Swiss Ephemeris.
 #include <gtest/gtest.h>
 
 #include "kvxlib.h"
@@ -114,9 +113,8 @@ TEST(PlanetMagMH, FormulaeMatchSkyfield) {
     EXPECT_EQ(m, 99.0);
 }
 
-// Swiss Ephemeris 2.10 from DE431: phase angles differ by the built-in
-// positions; its readings differ near Saturn's ring-plane crossings, for
-// Uranus (sub-latitudes not of the IAU pole: 0.05 mag through 0.00084
+// Swiss Ephemeris 2.10 from DE431: phase angles differ by the built-in positions; its readings differ near
+// Saturn's ring-plane crossings, for Uranus (sub-latitudes not of the IAU pole: 0.05 mag through 0.00084
 // mag/deg) and near Neptune's 1.9 deg limit; Pluto has no formula.
 TEST(PlanetMagMH, WholePipelineMatchesSwissEphemeris) {
     const Reference ref("physical_swe.txt", {"jd", "code", "i", "fraction", "mag"});

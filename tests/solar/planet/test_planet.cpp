@@ -39,19 +39,12 @@ TEST(PlanetSeries, UsedStrictlyInsideTheRange) {
     }
 }
 
-// Against Swiss Ephemeris (DE431 1800-2400, Moshier outside). The series
-// of Mercury, Venus and Jupiter, AD 1000-3000, places of date and J2000.0
-// vectors: measured 2.41", 9.44", 13.23" (1.99", 5.74", 7.48" in
-// 1800-2200), against 34", 95", 803" for the mean elements they replace.
-// CalcPlanet's geocentric places and magnitudes, 1900-2100, from the series,
-// the mean elements and Ceres' two-body orbit of 2009 (11 degrees off a
-// century away): measured 2.0", 6.0", 328", 7.4", 1285", 676", 344", 228",
-// 39763".
+// Against Swiss Ephemeris (DE431 1800-2400, Moshier outside). The series of Mercury, Venus, Jupiter, AD
+// 1000-3000: measured 2.41", 9.44", 13.23" (1800-2200: 1.99", 5.74", 7.48"; mean elements 34", 95", 803").
+// CalcPlanet 1900-2100 (series, mean elements, Ceres' 2009 two-body orbit): 2.0", 6.0", 328", 7.4", 1285",
+// 676", 344", 228", 39763".
 TEST(CalcPlanet, SeriesAndBuiltInSourcesAgainstSwissEphemeris) {
-    const struct {
-        int code;
-        double all, modern, radius;
-    } series[] = {{0, 2.7, 2.2, 2.8e-6}, {1, 10.4, 6.3, 1.15e-5}, {3, 14.6, 8.3, 1.65e-4}};
+    const struct { int code; double all, modern, radius; } series[] = {{0, 2.7, 2.2, 2.8e-6}, {1, 10.4, 6.3, 1.15e-5}, {3, 14.6, 8.3, 1.65e-4}};
     std::vector<Bound> bounds;
     for (const auto &l : series) {
         bounds.push_back({Q("of_date", l.code), l.all, "series truncation, 1000-3000"});
@@ -117,9 +110,8 @@ TEST(CalcPlanet, UnknownCodesAndTheEarth) {
 
 // GetPhase from the two records' J2000.0 places and distances (AU).
 TEST(GetPhase, FullNewAndQuarter) {
-    const struct {
-        double sunRa, sunDec, ra, dec, dist, fraction, limb;  // limb: NaN where undefined
-    } cases[] = {
+    // limb: NaN where undefined
+    const struct { double sunRa, sunDec, ra, dec, dist, fraction, limb; } cases[] = {
         {10, 5, 190, -5, 4.0, 1.0, NAN},  // opposite the Sun, far away: fully lit
         {10, 5, 10, 5, 0.3, 0.0, NAN},    // between the Earth and the Sun: dark
         // 90 degrees east of the Sun on the equator, at 1 AU: phase angle 45
@@ -136,9 +128,8 @@ TEST(GetPhase, FullNewAndQuarter) {
     }
 }
 
-// The reduced law takes R, not R squared, in its phase angle: for Jupiter at
-// 5 AU beyond the Sun from an Earth at 0.9 AU the angle is 3.165 degrees
-// where R squared gives 0. Values computed by hand to 1e-12 (rounding).
+// The reduced law takes R, not R squared, in its phase angle: for Jupiter at 5 AU beyond the Sun from an Earth
+// at 0.9 AU the angle is 3.165 degrees where R squared gives 0. Values computed by hand to 1e-12 (rounding).
 TEST(GetPlanetMag, ReducedLawUsesRNotRSquared) {
     const double h[3] = {5.0, 0.0, 0.0}, e[3] = {-0.9, 0.0, 0.0};
     EXPECT_NEAR(GetPlanetMag(3, h, e), -2.0350643958553616, 1e-12);

@@ -1,6 +1,5 @@
-// The Sun: the analytic theories against Swiss Ephemeris (DE431 for
-// 1900-2100, Moshier's ephemeris back to -2000; tests/reference/sun_swe.c)
-// and PyEphem (VSOP87, 3000-4000); CalcSun against Meeus' worked example.
+// The Sun: the analytic theories against Swiss Ephemeris (DE431 for 1900-2100, Moshier's ephemeris back to
+// -2000; tests/reference/sun_swe.c) and PyEphem (VSOP87, 3000-4000); CalcSun against Meeus' worked example.
 #include <gtest/gtest.h>
 
 #include "kvxlib.h"
@@ -40,10 +39,7 @@ TEST(SunTheory, AgainstSwissEphemeris1900To2100) {
 // The short theory from the range bounds outwards, against Moshier's
 // ephemeris and VSOP87: its error grows with its secular terms.
 TEST(SunTheory, ShortTheoryOverSixMillennia) {
-    const struct {
-        const char *file;
-        double from, to, lonLimit;  // dynamical Julian dates, arcseconds
-    } spans[] = {
+    const struct { const char *file; double from, to, lonLimit; /* JDE, arcseconds */ } spans[] = {
         {"sun_swe_short.txt", 2268923.5, 2633972.5, 80.0},       // 1500..2500
         {"sun_swe_short.txt", 990557.5, 2268923.5, 2500.0},      // -2000..1500
         {"sun_swe_short.txt", 2633972.5, 2818000.5, 250.0},      // 2500..3000
@@ -82,9 +78,8 @@ TEST(CalcSun, PhysicalEphemerisMatchesMeeusExample) {
     CalcSun(&t, &s);
     EXPECT_NEAR(s.f[15], 26.27, 0.01);
     EXPECT_NEAR(s.f[16], 5.99, 0.01);
-    // L0 is reckoned from universal time and the mean longitude, where
-    // Meeus takes dynamical time and the apparent longitude: +0.010 and
-    // about +0.011 degrees.
+    // L0 from universal time and the mean longitude, Meeus' from dynamical
+    // time and the apparent longitude: +0.010 and about +0.011 degrees.
     EXPECT_NEAR(s.f[18], 238.63 + 0.021, 0.01);
     EXPECT_NEAR(s.f[14] * 3600.0, 959.63 / s.f[6], 0.01);  // 959.63" at 1 AU
     EXPECT_EQ(s.f[19], -1.0);
@@ -100,11 +95,9 @@ TEST(CalcSun, TopocentricObserverAndFrames) {
     for (int k = 7; k < 14; ++k) EXPECT_EQ(sg.f[k], st.f[k]);
     EXPECT_EQ(sg.f[6], sg.f[13]);
     const double par = SepArcsec(sg.f[0], sg.f[1], st.f[0], st.f[1]);
-    EXPECT_GT(par, 0.5);
-    EXPECT_LT(par, 8.8);
-    // Fields 8-10 are minus the geocentric Sun, 11-13 the same on the
-    // ecliptic of date, where the Earth's latitude is below 1" and its
-    // longitude the Sun's plus 180 degrees.
+    EXPECT_TRUE(par > 0.5 && par < 8.8) << par;
+    // Fields 8-10 are minus the geocentric Sun, 11-13 the same on the ecliptic of
+    // date, where the Earth's latitude is below 1" and its longitude the Sun's + 180.
     EXPECT_NEAR(Norm(&sg.f[7]), sg.f[13], 1e-15);
     EXPECT_LT(std::fabs(sg.f[12]) / sg.f[13], 5e-6);
     EXPECT_NEAR(WrapDeg(std::atan2(sg.f[11], sg.f[10]) / kDegToRad + 180.0 - sg.f[4]), 0.0, 1e-9);

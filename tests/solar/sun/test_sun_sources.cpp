@@ -15,8 +15,7 @@ namespace {
 
 using namespace kvx::test;
 
-// Opens the test files for one test and closes them again, so that the
-// other tests keep the built-in theories.
+// Opens the test files for one test and closes them again, so that the other tests keep the built-in theories.
 struct Files {
     Files(bool de, bool xyz) {
         EXPECT_TRUE(!de || kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
@@ -47,17 +46,15 @@ TEST(SunAndPlanetsFromDe, WithinATenthOfAnArcsecondOfSwissEphemeris) {
     cmp.Check();
 }
 
-// The Sun from the position file alone: the file's value from the start to
-// 50 days before the end, then blended linearly into the theory, which
-// alone answers at the end itself and beyond.
+// The Sun from the position file alone: the file's value from the start to 50 days before the end, then blended
+// linearly into the theory, which alone answers at the end itself and beyond.
 TEST(SunFromPlanetFile, BlendsIntoTheTheoryOverFiftyDays) {
     Files files(false, true);
     double start, end;
     ASSERT_EQ(kvx::planetxyz::Range(-3, &start, &end), 1);
-    const struct {
-        double jde, fileWeight, tolerance;  // AU: exact for one source alone, rounding of the blend
-    } cases[] = {{start, 1, 0},        {end - 50.0, 1, 0}, {start + 25.0, 0.5, 1e-14},
-                 {end - 25.0, 0.5, 1e-14}, {end, 0, 0},        {end + 1.0, 0, 0}};
+    // Tolerance (AU): exact for one source alone, rounding of the blend.
+    const struct { double jde, fileWeight, tolerance; } cases[] = {
+        {start, 1, 0}, {end - 50.0, 1, 0}, {start + 25.0, 0.5, 1e-14}, {end - 25.0, 0.5, 1e-14}, {end, 0, 0}, {end + 1.0, 0, 0}};
     for (const auto &c : cases) {
         double v[3], a[3], p[3] = {0, 0, 0};
         kvx::sun::GetSunVector(c.jde, v);
@@ -68,9 +65,8 @@ TEST(SunFromPlanetFile, BlendsIntoTheTheoryOverFiftyDays) {
     }
 }
 
-// Past the end of the position file a planet follows the osculating orbit
-// of the file's last state: within 0.5" for ten days, 40" for 200, and
-// better than the mean elements for the bodies without an analytic series.
+// Past the end of the position file a planet follows the osculating orbit of the file's last state: within 0.5"
+// for ten days, 40" for 200, and better than the mean elements for the bodies without an analytic series.
 TEST(PlanetDispatcher, ExtrapolatesPastTheFileWithTwoBodyMotion) {
     int checked = 0;
     for (const auto &r : Reference("planets_swe_helio.txt", {"jde", "code", "x", "y", "z"})) {
