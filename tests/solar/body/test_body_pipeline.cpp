@@ -101,7 +101,7 @@ TEST(BodyHead, AgreesWithTheCoordinateConverter) {
 // arctangents, for bodies around references at the 0/360 seam, at the
 // equator and at high declination: the two differ by rounding alone.
 TEST(BodyHead, NearRuleAgreesWithItsOwnArctangents) {
-    const ATime t = AtJde(kJde);
+    const ATime t = kvx::test::AtJde(kJde);
     const double refs[3][2] = {{359.99, -12.0}, {150.0, 0.5}, {70.0, 75.0}};
     // Offsets up to 0.0141 rad, inside the rule's limit of 0.02.
     const double offsets[4][2] = {{0.01, 0.01}, {-0.01, 0.003}, {1e-7, -0.01}, {-0.0077, -0.0093}};
