@@ -1,6 +1,5 @@
-// Arguments no caller should pass give the defined results the header
-// documents instead of undefined behaviour (which make check-asan turns into
-// an abort) or a hang (a ctest timeout).
+// Arguments no caller should pass give the header's defined results, not
+// undefined behaviour (an abort under make check-asan) or a hang.
 #include <gtest/gtest.h>
 
 #include <climits>

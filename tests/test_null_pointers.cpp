@@ -1,6 +1,5 @@
-// Null pointers at the boundary: every export that takes a record or a
-// vector by pointer returns its documented failure value and writes
-// nothing when a pointer it needs is null (a crash fails the whole run).
+// Every export taking a pointer returns its documented failure value and
+// writes nothing when a pointer it needs is null.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -25,8 +24,7 @@ TEST(NullPointers, EveryExportReturnsItsFailureValue) {
     CometElements comet{};
     Observer obs{35.0, 135.0, 0.0};
     int32_t year = 0;
-    // Each case calls with one null pointer and tells whether the result is
-    // the documented one; the output records above must stay as they were.
+    // Each case: one null pointer, the documented result, the records above untouched.
     const std::pair<const char *, std::function<bool()>> cases[] = {
         {"DcToAdR", [&] { return DcToAdR(nullptr, &ad) == 0 && DcToAdR(&dc, nullptr) == 0; }},
         {"DcAbs", [&] { return DcAbs(nullptr) == 0.0; }},

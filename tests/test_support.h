@@ -14,10 +14,8 @@
 
 namespace kvx::test {
 
-// Standard-error text of a program that loads the shared library, without
-// the lines the library's data-file readers print at load time about files
-// they cannot open or read (in the build tree: the default JPL path, which
-// is the library's own directory, and a missing moon.xyz).
+// Standard error without the data-file readers' load-time lines about files
+// they cannot open or read (in the build tree: the default JPL path and moon.xyz).
 inline std::string WithoutLoadDiagnostics(const std::string &err) {
     std::istringstream in(err);
     std::string kept;

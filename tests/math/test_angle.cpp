@@ -72,9 +72,7 @@ TEST(Deg2Point, PositionAngleAndDistance) {
     EXPECT_NEAR(dist, 10.0, 1e-12);
     Deg2Point(&origin, &east, &pa, &dist);
     EXPECT_NEAR(pa, 90.0, 1e-12);
-    EXPECT_NEAR(dist, 10.0, 1e-12);
-    // Elsewhere the distance and angle meet PaDistToAd's independent
-    // formulae in round trips (PositionAngle).
+    EXPECT_NEAR(dist, 10.0, 1e-12);  // elsewhere: round trips with PaDistToAd
 }
 
 TEST(Lagrange, ExactForPolynomialsAndZeroForNoPoints) {

@@ -1,6 +1,5 @@
-// Constellation lookup: edge cases of the lookup and agreement with PyEphem
-// and Skyfield (Roman 1987, CDS VI/42) at thousands of directions away from
-// boundaries.
+// Constellation lookup (Roman 1987, CDS VI/42): edge cases, and agreement
+// with PyEphem and Skyfield away from boundaries.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -42,17 +41,12 @@ std::vector<std::vector<std::string>> CsvRows(const char *file) {
     return rows;
 }
 
-// Poles, beyond them and non-numbers; the right ascension's reduction:
-// an exact negative multiple of 360 reduces to 360 (86400 s), which no
-// strip contains, and so does a negative value too small to survive + 360.
-// At J2000.0 the declination test comes after the precession: just beyond
-// the pole is the point just over it. Ophiuchus and Sagittarius meet at
-// 17h36m (264 deg) between -30 and -29 deg 15'; south of -30 deg lies
-// Scorpius. A strip owns its low right-ascension edge; a declination on a
-// south bound belongs to the strip above it, and so does one less than 1e-7
-// arcminute past it. The one strip where the table parts from Roman's: the
-// Ophiuchus row at +3 to +4.5 deg ends at 18h25m18s, so the sliver to
-// 18h25m30s is Serpens Cauda here while PyEphem and Skyfield answer Ophiuchus.
+// Poles, beyond them (at J2000.0 precessed first: the point just over the
+// pole) and non-numbers; an exact negative multiple of 360, or a negative
+// too small to survive + 360, reduces to 360, in no strip. A strip owns its
+// low right-ascension edge and its south bound to 1e-7 arcminute (Oph/Sgr
+// at 264 deg, Sco south of -30). The table's Oph row at +3..+4.5 deg ends at
+// 18h25m18s, so the sliver to 18h25m30s is Serpens Cauda (not Roman's Oph).
 TEST(ConstellationLookup, PolesReductionAndStripEdges) {
     const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
     const struct {
@@ -76,8 +70,7 @@ TEST(ConstellationLookup, PolesReductionAndStripEdges) {
 }
 
 // Every direction (none within ~1.2' of a boundary) names PyEphem's
-// constellation, at B1875.0 directly and at J2000.0 through the precession;
-// any epoch but the exact B1875.0 value takes the J2000.0 path.
+// constellation; any epoch but exactly B1875.0 is precessed as J2000.0.
 TEST(ConstellationReference, AgreesWithPyEphemAndSkyfield) {
     std::map<int, std::string> names;
     for (const auto &f : CsvRows("constellation_codes.csv")) names[std::stoi(f[0])] = f[1];

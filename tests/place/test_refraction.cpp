@@ -24,12 +24,10 @@ double Lower(double h) {
 
 }  // namespace
 
-// Zero at the zenith, Meeus's horizon values (28.98' and 34.48', to the
-// 0.005' of their printed digits), growing toward the horizon. The
-// true-to-apparent formula carries Saemundsson's factor 1.02 (10 deg C,
-// 1010 hPa) that the other does not: above 20 degrees a round trip leaves
-// 1.6-1.96 % of the refraction; near the horizon the two fits differ by up
-// to 3.7" (at 10 degrees).
+// Zero at the zenith, Meeus's horizon values (to their printed 0.005'),
+// growing toward the horizon. Saemundsson's factor 1.02 (10 C, 1010 hPa),
+// absent from Bennett's: a round trip leaves 1.6-1.96 % above 20 degrees,
+// and the two fits differ by up to 3.7" (at 10 degrees).
 TEST(Refraction, ZenithHorizonMonotonyAndRoundTrip) {
     EXPECT_LT(std::fabs(Lift(90.0) - 90.0) * 60.0, 1e-7);
     EXPECT_LT(std::fabs(Lower(90.0) - 90.0) * 60.0, 1e-7);
@@ -43,9 +41,8 @@ TEST(Refraction, ZenithHorizonMonotonyAndRoundTrip) {
     }
 }
 
-// Within 0.1 degree of the formulas' poles (-5.11 and -4.4 degrees) the
-// correction is taken at the plain altitude, so it stays finite; just
-// outside the band the regular formula applies and the result jumps.
+// Within 0.1 degree of the formulas' poles (-5.11, -4.4) the correction is
+// taken at the plain altitude (finite); just outside it jumps.
 TEST(Refraction, GuardBandsUseThePlainAltitude) {
     const double tan = std::tan(-5.11 * kvx::test::kDegToRad);
     EXPECT_DOUBLE_EQ(Lift(-5.11), -5.11 + (1.02 / tan + 0.0019279) / 60.0);

@@ -41,19 +41,17 @@ inline double SepArcsec(double lon1, double lat1, double lon2, double lat2) {
 }
 inline double SepArcsec(const Ad &a, const Ad &b) { return SepArcsec(a.a, a.d, b.a, b.d); }
 
-// An ATime at dynamical Julian date jde with Delta T fixed at 64 s, zone 0:
-// reference positions are tabulated in dynamical time, and a fixed Delta T
-// keeps the library's own Delta T out of the comparison.
+// An ATime at dynamical date jde, zone 0, Delta T fixed at 64 s to keep the
+// library's own Delta T out of comparisons in dynamical time.
 inline ATime AtJde(double jde, const Observer *obs = nullptr) {
     ATime t;
     SetATimeJd2(jde - 64.0 / 86400.0, 64.0, 0.0, obs, &t);
     return t;
 }
 
-// A record filled by hand: the given matrices (precession J2000 -> date and
-// nutation, their transposes as the inverses; identity when null),
-// obliquities, sidereal time and latitude. Exactly orthogonal frames keep
-// the library's own precession and nutation out of a comparison.
+// A record filled by hand: precession from J2000 and nutation matrices
+// (identity when null; transposes as inverses), obliquities, sidereal time
+// and latitude: exact frames without the library's own precession/nutation.
 inline ATime HandTime(double jde, double eps, double epsTrue, const double *prec = nullptr,
                       const double *nut = nullptr, double lst = 0.0, double lat = 0.0) {
     ATime t{};

@@ -1,12 +1,9 @@
-// Table-driven comparison with committed reference data.
-//
-// A reference file under tests/reference/data holds rows of numbers
-// (whitespace or commas; '#' starts a comment line) made by a committed
-// script from an independent implementation. A test names the columns,
-// computes for every row the errors it cares about, and states for each
-// quantity a bound with the reason for its size. The check fails with the
-// worst row of every quantity that exceeds its bound, and when no row was
-// compared at all.
+// Table-driven comparison with committed reference data: rows of numbers
+// (whitespace or commas, '#' comment lines) under tests/reference/data made
+// by a committed script from an independent implementation. A test names
+// the columns, adds each row's errors, and bounds each quantity with its
+// reason; the check fails with the worst row beyond a bound, or when
+// nothing was compared.
 //
 //   const Reference sun("sun_swe_1900_2100.txt", {"jde", "lon", "lat", "r", ...});
 //   Comparison cmp({{"apparent_arcsec", 1.5, "Newcomb's theory on the FK4 equinox"}});
@@ -107,9 +104,8 @@ private:
     std::vector<std::vector<double>> rows_;
 };
 
-// A bound on one measured quantity and why it is that large: the theory's
-// stated accuracy, what the required algorithm gives, or the reference's
-// precision.
+// A bound on one measured quantity and why it is that large (theory,
+// required algorithm or reference precision).
 struct Bound {
     std::string quantity;
     double limit;

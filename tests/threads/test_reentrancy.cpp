@@ -1,8 +1,6 @@
-// The body routines and the readers from eight threads at once give the same
-// bits as from one thread: with no data file, with the JPL DE excerpt (main
-// ephemeris, Moon source and nutation), with the Moon position file and with
-// the planet position file (read from the file and from memory). Run under
-// ThreadSanitizer by make check-tsan.
+// The body routines and readers from eight threads give one thread's bits:
+// without data files and with each (JPL DE, moon.xyz, planet.xyz from file
+// and memory). Run under ThreadSanitizer by make check-tsan.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -26,10 +24,8 @@ using kvx::test::TestDataPath;
 constexpr int kThreads = 8;
 constexpr int kPasses = 4;
 
-// Computes f(k), k < n, on one thread; then kThreads threads, started
-// together, each walk all k kPasses times from their own starting point (so
-// that they ask the readers for different records at the same moment).
-// Returns how many of their results differ from the one thread's.
+// f(k), k < n, on one thread, then on kThreads threads started together,
+// each from its own k (different records at once): how many differ.
 template <class T, class F>
 int Differing(int n, F f) {
     std::vector<T> single(n);
@@ -50,9 +46,8 @@ int Differing(int n, F f) {
     return differing.load();
 }
 
-// The Sun, the Moon and the twelve planets for an ATime filled from a civil
-// date (nutation from the DE file when one is loaded), compared bit for bit
-// (ATime's padding after minute left out).
+// The Sun, Moon and twelve planets for a civil date, bit for bit (ATime's
+// padding after minute left out).
 struct Result {
     ATime t;
     BodyPos pos[15];
@@ -80,8 +75,7 @@ Result Bodies(int k) {
     return r;
 }
 
-// One reader alone in a tight loop, at dates from `first` over `span` days
-// that jump across its records: far more overlapping reads.
+// One reader alone, at dates jumping across its records over `span` days.
 template <class Query>
 int QueriesDiffering(double first, double span, Query query) {
     return Differing<std::array<double, 3>>(512, [=](int k) {
@@ -93,8 +87,6 @@ int QueriesDiffering(double first, double span, Query query) {
 
 TEST(Reentrancy, WithoutDataFiles) { EXPECT_EQ(Differing<Result>(48, Bodies), 0); }
 
-// Each data source: the Sun, Moon and planets with it loaded, and its
-// reader alone over the span of its records.
 TEST(Reentrancy, WithEachDataFile) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     ASSERT_TRUE(kvx::jpl::LoadMoonFile(TestDataPath("de405_2000.bin").c_str()));

@@ -1,6 +1,5 @@
-// The time-and-observer record: the setters' local time and Delta T,
-// sidereal time against ERFA's gmst82, the observer vector against ERFA's
-// gd2gce (make_time_reference.py), and the inverse conversion.
+// The time-and-observer record; sidereal time and the observer vector
+// against ERFA (make_time_reference.py); the inverse conversion.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,11 +14,9 @@ using namespace kvx::test;
 namespace {
 
 constexpr double kMetresPerAu = 149597870000.0;
-// The nutation series keeps the IAU 1980 terms of 1 mas and more; the
-// neglected ones reach 9 mas in the equation of the equinoxes.
+// IAU 1980 nutation terms below 1 mas, dropped: up to 9 mas in the equation of the equinoxes.
 constexpr double kNutationTruncationDeg = 9.0 / 3.6e6;
-// Sidereal time is summed in seconds (3.16e9 per century) and reduced from
-// ~1e7 degrees: ~1e-8 degree of rounding over 1600-2400.
+// Sidereal time summed in seconds and reduced from ~1e7 degrees: ~1e-8 degree over 1600-2400.
 constexpr double kLstRoundingDeg = 5e-8;
 
 double Distance(const double a[3], const double b[3]) {
@@ -38,8 +35,7 @@ TEST(ATimeFill, SettersWriteLocalTimeDeltaTTheObserverAndPrecession) {
     SetATimeJd2(2451545.0, 64.184, -6.0, nullptr, &a);
     EXPECT_EQ(a.hour, 6);
     EXPECT_EQ(a.jde, 2451545.0 + 64.184 / 86400.0);
-    // A null observer is the centre of the Earth.
-    EXPECT_EQ(a.obsHeight, -6378137.0);
+    EXPECT_EQ(a.obsHeight, -6378137.0);  // a null observer is the centre of the Earth
     EXPECT_EQ(a.obsPos[0], 0.0);
     // With an observer: Delta T of the built-in table (Espenak-Meeus, 73.9 s
     // in 2024) and the observer's vector at universal time, for every setter.
@@ -55,8 +51,7 @@ TEST(ATimeFill, SettersWriteLocalTimeDeltaTTheObserverAndPrecession) {
     SetATimeJd2(a.jd, 1000.0, -5.0, &obs, &a);
     EXPECT_EQ(std::memcmp(a.obsPos, want, sizeof want), 0);
     EXPECT_NEAR(Norm(want) * 149597870.0, 6371.0, 10.0);
-    // The fill evaluates the date's bias-precession once for both matrices
-    // and takes J2000.0 from a table made at first use: the matrices must be
+    // Both matrices, from one evaluation and a table made at first use, are
     // the bits of GetPrecMtx, across the +-30-century clamps and near J2000.0.
     for (double jd : {2451545.0, 2451545.4, 2460000.3, 1000000.5, 1355794.0, 3547296.0, 5e6, -1e6}) {
         ATime t;
@@ -69,8 +64,8 @@ TEST(ATimeFill, SettersWriteLocalTimeDeltaTTheObserverAndPrecession) {
     }
 }
 
-// Sidereal time (gmst82 + eqeq94) and the observer (gd2gce turned by
-// ERFA's angle, by the library's own sidereal time, and at Greenwich).
+// Sidereal time (gmst82 + eqeq94); the observer (gd2gce) turned by ERFA's
+// angle, by the library's sidereal time, and at Greenwich.
 TEST(SiderealTime, AndTheObserverVectorAgainstErfa) {
     const Reference lst("sidereal_gmst82.csv", {"jd", "eps", "dpsi", "lon", "lst"});
     const Reference topo("topocentre_gd2gce.csv", {"lat", "lon", "height", "jd", "theta", "x", "y", "z"});
@@ -100,11 +95,8 @@ TEST(SiderealTime, AndTheObserverVectorAgainstErfa) {
     cmp.Check();
 }
 
-// The forward conversion ends on the mean equator of J2000.0 while the
-// inverse starts from the reference frame (frame bias, ~1e-7 rad): a round
-// trip is good to about the bias times the radius.
-// The fill keeps the last observer's place on the ellipsoid per thread:
-// observers differing in one field only must each get GetTopocenter's bits.
+// The fill keeps the last observer's place per thread: observers differing
+// in one field only must each get GetTopocenter's bits.
 TEST(ObserverVector, KeptPlaceFollowsEveryObserverField) {
     const Observer obs[4] = {{35.0, 139.0, 40.0}, {35.0, 139.0, 41.0}, {35.0, 139.5, 41.0}, {-35.0, 139.5, 41.0}};
     for (int k = 0; k < 8; ++k) {
@@ -131,6 +123,8 @@ TEST(ObserverVector, InverseRecoversTheObserver) {
             EXPECT_GE(back.longitude, 0.0);
             const double dLat = (back.latitude - lat) * kDegToRad * r;
             const double dLon = WrapDeg(back.longitude - o.longitude) * kDegToRad * r * std::cos(lat * kDegToRad);
+            // The forward conversion ends on the mean equator of J2000.0, the
+            // inverse starts from the reference frame: the frame bias (~1e-7 rad).
             EXPECT_LT(std::hypot(dLat, dLon, back.height - h), 1.2e-7 * r) << lat << " " << h;
         }
     // On another body: a Mars-like ellipsoid with a given rotation angle.

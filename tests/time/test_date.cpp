@@ -1,6 +1,5 @@
-// Civil and Julian dates: the calendar reform, interval shifts, zone changes
-// and validation, checked against ERFA-generated reference dates and the
-// quirks callers rely on.
+// Civil and Julian dates: the reform, shifts, zones and validation, against
+// ERFA's dates and the quirks callers rely on.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -18,6 +17,7 @@ ADate Date(int y, int m, int d, int hh = 0, int mi = 0, double s = 0.0, double t
     return ADate{y, m, d, hh, mi, s, tz};
 }
 std::vector<double> Fields(const ADate &a) { return {double(a.year), double(a.month), double(a.day), double(a.hour), double(a.minute), a.second, a.tz}; }
+std::string Str(const ADate &a) { return ::testing::PrintToString(Fields(a)); }
 
 TEST(CalcJd, ReformZoneAndHoursPast24) {
     EXPECT_EQ(CalcJd(1582, 10, 15), 2299160.5);
@@ -53,8 +53,7 @@ TEST(CalcJd, AgreesWithErfaAndRoundTrips) {
                                     (row["hour"] * 3600 + row["minute"] * 60 + row["second"]), row);
     }
     cmp.Check();
-    // Over a hundred thousand years each way, and consecutive days one day
-    // apart across month, year and reform edges.
+    // +-100000 years; consecutive days across month, year and reform edges.
     for (int yr = -100000; yr <= 100000; yr += 97)
         for (int mo = 1; mo <= 12; mo += 5) {
             int32_t yy, mm;
@@ -71,10 +70,9 @@ TEST(CalcJd, AgreesWithErfaAndRoundTrips) {
     }
 }
 
-// Interval shifts: months roll over (a month after Jan 31 is in March),
-// days that the reform removed snap to its edges, months below 1 borrow
-// years, time carries across days, and an exact backward multiple of a day
-// leaves 24:00 of the day before. Zone changes go through the same shift.
+// Shifts: months roll over (Jan 31 + 1 month is in March), reform days snap
+// to its edges, months below 1 borrow years, time carries, and an exact
+// backward multiple of a day leaves 24:00. Zone changes shift the same way.
 TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
     const struct {
         ADate from, interval;
@@ -95,10 +93,9 @@ TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
     for (const auto &c : cases) {
         ADate d = c.from;
         EXPECT_EQ(ChangeDate(&d, &c.interval, c.subtract), c.to.day);
-        EXPECT_EQ(Fields(d), Fields(c.to)) << c.from.year << "-" << c.from.month << "-" << c.from.day;
+        EXPECT_EQ(Fields(d), Fields(c.to)) << Str(c.from);
     }
-    // Beyond year 100000 the limited form leaves the date untouched
-    // (compared field by field: a memcmp would see the padding).
+    // Beyond year 100000 the limited form leaves the date untouched.
     ADate d = Date(100000, 6, 1, 5, 6, 7.0, 3.0);
     const ADate before = d, oneYear = Date(1, 0, 0);
     EXPECT_EQ(ChangeLimitDate(&d, &oneYear, 0), 100001);
@@ -124,9 +121,7 @@ TEST(CheckDate, LeapRulesAndLimits) {
         {Date(2001, 1, 0), 0},  {Date(2001, 1, 1, 36), 1}, {Date(2001, 1, 1, 37), 0}, {Date(2001, 1, 1, -1), 0},
         {Date(2001, 1, 1, 0, 60), 1}, {Date(2001, 1, 1, 0, 61), 0}, {Date(2001, 1, 1, 0, -1), 0},
     };
-    for (const auto &c : cases)
-        EXPECT_EQ(CheckDate(&c.d), c.valid) << c.d.year << "-" << c.d.month << "-" << c.d.day << " " << c.d.hour
-                                            << ":" << c.d.minute;
+    for (const auto &c : cases) EXPECT_EQ(CheckDate(&c.d), c.valid) << Str(c.d);
 }
 
 // The system zone in whole hours, truncated toward zero; the clock's date in it.

@@ -1,6 +1,5 @@
-// Delta T: the built-in rules against values evaluated independently by the
-// reference script (Espenak-Meeus polynomials, TAI - UTC from ERFA), and
-// the delta-T file loader with its step table.
+// Delta T: the built-in rules against an independent evaluation (Espenak-
+// Meeus, TAI - UTC from ERFA); the delta-T file loader and its steps.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -22,9 +21,7 @@ double Step(double taiUtc) { return (taiUtc + 32.184) / 86400.0; }
 TEST(DeltaTBuiltIn, MatchesIndependentEvaluationAndDtToUtInverts) {
     kvx::deltat::Release();
     const kvx::test::Reference ref("delta_t.csv", {"jd", "seconds"});
-    // The same formulas in another evaluation order: 1e-9 s plus 1e-13 of
-    // values that reach 7e4 s in the far past.
-    kvx::test::Comparison cmp({{"scaled_seconds", 1e-9, "rounding: |error| / (1 + 1e-4 |value|)"}});
+    kvx::test::Comparison cmp({{"scaled_seconds", 1e-9, "same formulas, other order: |error| / (1 + 1e-4 |value|)"}});
     for (const auto &row : ref)
         cmp.Add("scaled_seconds", (DeltaTDays(row["jd"]) * 86400.0 - row["seconds"]) / (1.0 + 1e-4 * std::fabs(row["seconds"])), row);
     cmp.Check();
@@ -50,19 +47,15 @@ protected:
     void TearDown() override { kvx::deltat::Release(); }
 };
 
-// Version 1 stores days as they are; versions 2 and 3 TAI - UTC in
-// seconds, and only version 2 is the valid format. A step function: each
-// entry holds from its date up to the newer one; the bisection keeps the
-// newest entry's own date in the step below it. Lines may end in CR LF and
-// reach 126 characters (the 127-character line reader).
+// Version 1 stores days; 2 and 3 TAI - UTC seconds, only 2 valid. Each
+// entry holds from its date to the newer one's (that date in the step
+// below). Lines may end in CR LF and reach 126 characters.
 TEST_F(DeltaTFile, VersionsStepsAndLines) {
     const double builtIn = DeltaTDays(2458000.0);
     ASSERT_TRUE(Load("2460000.5 0.00080\n2450000.5\t0.00070\n2440000.5 0.00050\n"));
     EXPECT_EQ(kvx::deltat::LoadedVersion() * 10 + IsValidJdtFile(), 10);
-    EXPECT_EQ(DeltaTDays(2449999.5), 0.00050);
-    EXPECT_EQ(DeltaTDays(2450000.5), 0.00070);
-    EXPECT_EQ(DeltaTDays(2460000.5), 0.00070);
-    EXPECT_EQ(DeltaTDays(2460000.6), 0.00080);
+    for (const auto &[jd, days] : {std::pair{2449999.5, 0.0005}, {2450000.5, 0.0007}, {2460000.5, 0.0007}, {2460000.6, 0.0008}})
+        EXPECT_EQ(DeltaTDays(jd), days) << jd;
     EXPECT_EQ(UtToDt(2455000.0), 2455000.0 + 0.00070);
     const std::string longLine = "2457754.5 37" + std::string(114, ' ');
     ASSERT_TRUE(Load("# KVXJDT VER.2\r\n" + longLine + "\n2457204.5\t36\r\n"));
@@ -75,8 +68,7 @@ TEST_F(DeltaTFile, VersionsStepsAndLines) {
     kvx::deltat::Release();
     EXPECT_EQ(IsValidJdtFile(), 0);
     EXPECT_EQ(DeltaTDays(2458000.0), builtIn);
-    // A header alone is no table.
-    ASSERT_TRUE(Load("# KVXJDT VER.2\n"));
+    ASSERT_TRUE(Load("# KVXJDT VER.2\n"));  // a header alone is no table
     EXPECT_EQ(kvx::deltat::LoadedCount(), 0);
     EXPECT_EQ(DeltaTDays(2458000.0), builtIn);
 }
@@ -111,8 +103,7 @@ TEST_F(DeltaTFile, FiveYearHoldPastTheNewestEntry) {
 }
 
 TEST_F(DeltaTFile, BinarySearchOverALongTableFindsEveryStep) {
-    // 137 monthly entries, newest first, values equal to their index, and
-    // growth of the array past several multiples of ten.
+    // 137 monthly entries (the array grows several times), newest first, value = index.
     std::string text = "# KVXJDT VER.2\n";
     const int n = 137;
     for (int i = 0; i < n; ++i) text += std::to_string(2460000.5 - 30.0 * i) + " " + std::to_string(n - 1 - i) + "\n";
@@ -124,8 +115,7 @@ TEST_F(DeltaTFile, BinarySearchOverALongTableFindsEveryStep) {
         EXPECT_EQ(DeltaTDays(jd + 29.5), Step(n - 1 - i)) << i;
         EXPECT_EQ(DeltaTDays(jd - 0.5), Step(n - 2 - i)) << i;
     }
-    // The ends: the oldest entry exactly; the newest entry's own date (in
-    // the step below it) and just after it (the newest value).
+    // The oldest entry; the newest one's own date (step below) and just after.
     EXPECT_EQ(DeltaTDays(2460000.5 - 30.0 * (n - 1)), Step(0));
     EXPECT_EQ(DeltaTDays(2460000.5), Step(n - 2));
     EXPECT_EQ(DeltaTDays(2460000.5 + 1e-6), Step(n - 1));

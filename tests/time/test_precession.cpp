@@ -1,6 +1,5 @@
-// Precession: the bias-precession matrix against ERFA's IAU 2006 pmat06,
-// the identity and one-day rules around J2000.0, the inversion for early
-// start epochs, and continuity of the 50"-per-year extension.
+// Precession against ERFA's IAU 2006 pmat06; the rules around J2000.0 and
+// for early start epochs; continuity of the 50"-per-year extension.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,9 +24,8 @@ double FromIdentity(const double m[9]) {
     return MaxDiff(m, one);
 }
 
-// The library's obliquity carries the IAU 2006 coefficients rounded in
-// degrees; their differences from the exact values (arcseconds / 3600)
-// bound how far the matrix may depart from ERFA's at t centuries.
+// The obliquity's IAU 2006 coefficients rounded in degrees: how far the
+// matrix may depart from ERFA's at t centuries.
 double ObliquityRoundingBoundRad(double t) {
     const double a = std::fabs(t);
     const double deg = std::fabs(84381.406 / 3600.0 - 23.4392794444) + std::fabs(46.836769 / 3600.0 - 0.01301021361) * a +
@@ -85,8 +83,7 @@ TEST(Precession, StartWithinADayOfJ2000KeepsTheFrameBias) {
     double m[9], bias[9], later[9], pure[9], inv[9];
     GetPrecMtx(kJ2000, 2451545.5, m);
     kvx::prec::BiasPrecession(kJ2000, bias);
-    // Half a day of precession alone, P(end) P(J2000)^-1, differs from it by
-    // the frame bias (~8e-8 in the x-z terms).
+    // Precession alone, P(end) P(J2000)^-1, differs by the frame bias (~8e-8).
     kvx::prec::BiasPrecession(2451545.5, later);
     GetInvMatrix(bias, inv);
     MulMatrix(later, inv, pure);
@@ -99,8 +96,7 @@ TEST(Precession, StartWithinADayOfJ2000KeepsTheFrameBias) {
     EXPECT_LE(MaxDiff(m, later), 4.5e-16);
     GetPrecMtx(2451546.0, 2460000.5, m);
     EXPECT_GT(MaxDiff(m, later), 1e-8);
-    // Back to J2000.0 from a date ends on the mean equator without the bias:
-    // not the inverse of the forward matrix.
+    // Back to J2000.0 ends on the mean equator: not the forward matrix's inverse.
     GetPrecMtx(2460000.5, kJ2000, m);
     MulMatrix(m, later, pure);
     EXPECT_NEAR(MaxDiff(pure, bias), 0.0, 1e-15);
@@ -118,8 +114,7 @@ TEST(Precession, ContinuousAcrossTheThirtyCenturyClampAndThenFiftyArcsecondsPerY
         EXPECT_LT(MaxDiff(after, at), 1.5e-6);
         EXPECT_GT(MaxDiff(after, at), 1e-7);
     }
-    // 1000 years past the clamp: a turn of 50000" about the ecliptic pole of
-    // J2000 + 30 centuries, i.e. 50000" in ecliptic longitude.
+    // 1000 years past the clamp: 50000" about the ecliptic pole of the clamp.
     const double edge = kJ2000 + 30.0 * 36525.0;
     double at[9], far[9], rel[9], inv[9], ecl[9], eclInv[9], tmp[9];
     GetPrecMtx(kJ2000, edge, at);

@@ -1,8 +1,6 @@
-// Start-up scenarios, each in a process of its own: a copy of the shared
-// library in a temporary directory (its "own directory"), private XDG
-// configuration directories, and the probe (tests/startup/probe.c) that
-// loads the library, prints what the exports report and unloads it.
-// Also the settings-file reader and the data-file description in this process.
+// Start-up scenarios, each a process running the probe (tests/startup/
+// probe.c) on a copy of the library in a temporary directory with private
+// XDG directories; the settings-file reader and the data-file description.
 #ifndef _WIN32
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -83,10 +81,9 @@ class Scenario {
     std::string stderrText;
 };
 
-// A scenario: its set-up, the "name=value" pairs the probe must print, its
-// standard error ('@' standing for the library's directory and a slash;
-// null: not checked) and Delta T at J2000.0 in seconds (NaN: not checked;
-// the probe prints (UtToDt(jd) - jd) in seconds, the JD's last place is 40 us).
+// Set-up, the "name=value" pairs the probe must print, its standard error
+// ('@': the library's directory and a slash; null: not checked) and Delta T
+// at J2000.0 in seconds (NaN: not checked; the JD's last place is 40 us).
 struct Case {
     const char *name;
     std::function<void(Scenario &)> setup;
@@ -98,8 +95,7 @@ struct Case {
 TEST(Startup, ScenariosReportTheirFilesAndDiagnostics) {
     const std::string meteor = TestDataPath("meteor.txt"), planet = TestDataPath("planet.xyz");
     std::vector<Case> cases = {
-        // The built-in polynomial (about 63.85 s); the readers' own lines for
-        // the default JPL path (the library's directory, no file) and moon.xyz.
+        // The built-in polynomial; the default JPL path (the library's directory) and moon.xyz fail.
         {"nothing", [](Scenario &) {},
          "GetJplDeVersion=-1 IsValidMoonXyzFile=0 IsValidPlanetXyzFile=0 IsValidJdtFile=0 IsValidMeteorFile=0 "
          "GetMeteorInfoCount=-1 unloaded=1",
@@ -109,8 +105,7 @@ TEST(Startup, ScenariosReportTheirFilesAndDiagnostics) {
          "GetJplDeVersion=-1 IsValidMoonXyzFile=1 IsValidPlanetXyzFile=1 IsValidJdtFile=1 IsValidMeteorFile=1 "
          "GetMeteorInfoCount=13 FirstMeteorCode=QUA",
          "open @ failed\n", 64.184, 1e-4},
-        // The user's meteor file hides only the machine's: still the machine's
-        // planet file, and by default nothing beside the library.
+        // The user's meteor file hides only the machine's; nothing beside the library.
         {"user over machine", [&](Scenario &s) {
              Write(s.root / "one.txt", "7, \"ONE\", \"Only\", \"Hitotsu\", \"\", 1, 2, 3, 4, 5, 6, 7\n");
              s.Conf("machine", "# machine-wide settings\nMeteorFile=" + meteor + "\nPlanetXyzFile=" + planet + "\n");
@@ -123,10 +118,8 @@ TEST(Startup, ScenariosReportTheirFilesAndDiagnostics) {
          }, "GetJplDeVersion=405 IsValidMoonXyzFile=1", "", NAN, 0},
         {"garbage moon", [](Scenario &s) { s.Beside("hostile/de_garbage.bin", "moon.xyz"); },
          "IsValidMoonXyzFile=0", "open @ failed\nUnknown file format. file=@moon.xyz\n", NAN, 0},
-        // HOME's .config when XDG_CONFIG_HOME is unset. Names compare without
-        // regard to case and blanks around them; the value is taken as stored
-        // (" /path" does not open); a 300-character value does not fit the
-        // 260-byte path buffer, so the machine's value is used.
+        // HOME's .config without XDG_CONFIG_HOME; names without case or blanks, values
+        // as stored (" /path" fails); 300 characters overflow 260 bytes: the machine's.
         {"home config", [&](Scenario &s) {
              Write(s.root / "home/.config/Pelorin/kvxlib/6.0.conf",
                    "\xEF\xBB\xBFjunk line without an equals sign\r\n  meteorfile = " + meteor +
@@ -135,8 +128,7 @@ TEST(Startup, ScenariosReportTheirFilesAndDiagnostics) {
              s.env = {"HOME=" + (s.root / "home").string(), "XDG_CONFIG_DIRS=" + (s.root / "machine").string()};
          }, "GetMeteorInfoCount=-1 IsValidJdtFile=1", nullptr, NAN, 0},
     };
-    // OnMemory is YES or TRUE in any case, not 1 nor with a blank; in memory
-    // the planet file is closed (and still used).
+    // OnMemory is YES or TRUE in any case (not 1, no blank): the planet file is closed.
     for (const char *value : {"YES", "tRuE", "1", "yes "}) {
         const bool on = std::string(value) == "YES" || std::string(value) == "tRuE";
         cases.push_back({value, [=](Scenario &s) { s.Conf("user", std::string("OnMemory=") + value + "\nPlanetXyzFile=" + planet + "\n"); },
@@ -191,9 +183,8 @@ TEST(StartupSettings, DataFileInfoDescribesWhatWasLoaded) {
                                                TestDataPath("kvxjdt.dat") + "\n");
     setenv("XDG_CONFIG_HOME", dir.c_str(), 1);
     kvx::startup::Load();
-    // The spans of the DE, Moon and Delta T files are checked through kvx
-    // data; here the planet blocks in file order, Mercury (199, code 0) to
-    // Pluto (999, code 7), each a whole number of steps over its span.
+    // The planet blocks in file order, Mercury (199, code 0) to Pluto (999,
+    // code 7), each a whole number of steps (other spans: through kvx data).
     DataFileInfo info{};
     ASSERT_EQ(GetDataFileInfo(KVX_DATA_JPL_DE, 0, &info), 1);
     const int32_t codes[] = {0, 1, -3, 2, 3, 4, 5, 6, 7};
