@@ -66,7 +66,6 @@ public:
                           ref_->rows_[index_][0]);
             return buf;
         }
-        std::size_t index() const { return index_; }
         const Row &operator*() const { return *this; }
         Row &operator++() { return ++index_, *this; }
         bool operator!=(const Row &o) const { return index_ != o.index_; }
