@@ -92,13 +92,7 @@ bool ParseLine(const char *line, MeteorInfo *out) {
     return true;
 }
 
-bool LoadFile(const char *path) {
-    platform::Source source = platform::OpenSource(path, platform::OpenMode::kText);
-    if (!platform::IsOpen(source)) return false;
-    const bool kept = LoadFrom(source);
-    platform::CloseSource(&source);
-    return kept;
-}
+bool LoadFile(const char *path) { return platform::LoadFromPath(path, platform::OpenMode::kText, LoadFrom); }
 
 bool LoadFrom(const platform::Source &source) {
     platform::LineReader lines(source);

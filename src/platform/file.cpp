@@ -92,6 +92,15 @@ int64_t ReadAt(std::FILE *f, int64_t offset, void *dst, size_t n) {
     return static_cast<int64_t>(done);
 }
 
+bool LoadFromPath(const char *path, OpenMode mode, bool (*load)(const Source &)) {
+    if (!path) return false;
+    Source source = OpenSource(path, mode);
+    if (!IsOpen(source)) return false;
+    const bool kept = load(source);
+    CloseSource(&source);
+    return kept;
+}
+
 Source OpenSource(const char *path, OpenMode mode) {
     Source s{};
     s.file = OpenForReading(path, "rb");

@@ -58,6 +58,11 @@ enum class OpenMode { kBinary, kText };
 // the same). kText sets crlfText on Windows. A closed source on failure.
 Source OpenSource(const char *path, OpenMode mode);
 
+// Opens `path` (null: false), hands the source to `load` and closes it: the
+// file form of a text reader's LoadFrom. The result of load, false when the
+// path does not open.
+bool LoadFromPath(const char *path, OpenMode mode, bool (*load)(const Source &));
+
 // A source over bytes[0..size) that the caller keeps alive and unchanged
 // until CloseSource; bytes may be null when size is 0.
 Source MemorySource(const void *bytes, size_t size, bool crlfText = false);

@@ -156,14 +156,7 @@ double DeltaTDays(double jd) {
     return seconds / 86400.0;
 }
 
-bool LoadFile(const char *path) {
-    if (!path) return false;
-    platform::Source source = platform::OpenSource(path, platform::OpenMode::kText);
-    if (!platform::IsOpen(source)) return false;
-    const bool kept = LoadFrom(source);
-    platform::CloseSource(&source);
-    return kept;
-}
+bool LoadFile(const char *path) { return platform::LoadFromPath(path, platform::OpenMode::kText, LoadFrom); }
 
 bool LoadFrom(const platform::Source &source) {
     platform::LineReader f(source);
