@@ -4,12 +4,13 @@
 // loaded (it covers 1999-12-24 to 2001-12-29: the first two years come from
 // the file, the rest falls back to the theories).
 //
-// The days are dealt to the threads in blocks of kBlock days in turn, so
-// that every thread gets the same mix of file-covered and theory days: the
-// file answers faster than the theories, and halves of the span would leave
-// the thread with the later years (none from the file) the slowest. Blocks
-// rather than single days keep two threads from writing the records of
-// neighbouring days, which share a cache line, at the same moment.
+// The threads take blocks of kBlock days from one shared counter, each the
+// next free block when it has finished its last: a thread on a slower core
+// (a loaded machine, a busy neighbour of a virtual machine) or with more
+// theory days than file days simply takes fewer blocks, so the threads end
+// together. Blocks rather than single days keep two threads from writing
+// the records of neighbouring days, which share a cache line, at the same
+// moment.
 //
 // Each run checks that the threads' records are bit for bit those of one
 // thread; when they are not, the run is marked as an error with the number
@@ -22,6 +23,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <ctime>
 #include <string>
@@ -50,11 +52,11 @@ double ThreadCpu() {
     return static_cast<double>(ts.tv_sec) + 1e-9 * static_cast<double>(ts.tv_nsec);
 }
 
-// Blocks first, first + stride, ... of kBlock days, below kDays.
-void Places(int first, int stride, Day *out, double *cpu) {
+// Blocks of kBlock days from the shared counter until none is left.
+void Places(std::atomic<int> *next, Day *out, double *cpu) {
     const double start = ThreadCpu();
     ATime t;
-    for (int block = first * kBlock; block < kDays; block += stride * kBlock) {
+    for (int block = next->fetch_add(kBlock); block < kDays; block = next->fetch_add(kBlock)) {
         for (int k = block; k < block + kBlock && k < kDays; ++k) {
             SetATimeJd(kFirstJd + k, 9.0, &kObserver, &t);
             Day &d = out[k];
@@ -73,13 +75,14 @@ struct CpuTimes {
 
 CpuTimes Almanac(int threads, std::vector<Day> &out) {
     std::vector<double> cpu(threads, 0.0);
+    std::atomic<int> next{0};
     if (threads == 1) {
-        Places(0, 1, out.data(), &cpu[0]);
+        Places(&next, out.data(), &cpu[0]);
         return {cpu[0], cpu[0]};
     }
     std::vector<std::thread> pool;
     for (int i = 0; i < threads; ++i)
-        pool.emplace_back(Places, i, threads, out.data(), &cpu[i]);
+        pool.emplace_back(Places, &next, out.data(), &cpu[i]);
     for (std::thread &th : pool) th.join();
     double total = 0.0;
     for (double c : cpu) total += c;
