@@ -52,7 +52,8 @@ int L12LocalPosition(const L12Local &local, double jde, double out[3]);
 // semi-major axis a, mean longitude lambda (rad), k = e cos(varpi),
 // h = e sin(varpi), q = sin(i/2) cos(node), p = sin(i/2) sin(node).
 // Kepler's equation is solved from startF when it is finite (a nearby
-// solution); returns the eccentric longitude F (rad), and its cosine and
+// solution; its small Newton steps then turn the cosine and sine instead of
+// evaluating them, which agrees to rounding); returns the eccentric longitude F (rad), and its cosine and
 // sine into cosSinF when not null.
 double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
                              double startF = NAN, double cosSinF[2] = nullptr);
