@@ -11,6 +11,7 @@
 #endif
 
 #include "math/fast_trig.h"
+#include "platform/thread_cache.h"
 #include "psat/galilean_l12_table.h"
 #include "psat/sat_theory.h"
 
@@ -238,7 +239,7 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     const SharedFrequencies &table = Frequencies();
     if (!table.complete) return 1;  // the caller evaluates the series instead
     const double t = jde - kL12Epoch;
-    thread_local FrequencyCache cache;
+    FrequencyCache &cache = platform::ThreadCache<FrequencyCache>();
     if (!(cache.t == t)) {
         cache.t = t;
         if (++cache.generation == 0) {  // wrapped: no stamp may look current
