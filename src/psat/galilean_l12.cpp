@@ -6,11 +6,9 @@
 // terms that matter at about 100 km (a few milliarcseconds at Jupiter's
 // opposition distance). Valid roughly 1500-2500.
 #include <cmath>
-#if defined(__SSE2__) || defined(_M_X64)
-#include <emmintrin.h>
-#endif
 
 #include "math/fast_trig.h"
+#include "math/pair.h"
 #include "platform/thread_cache.h"
 #include "psat/galilean_l12_table.h"
 #include "psat/sat_theory.h"
@@ -56,32 +54,14 @@ void ToJ2000(const double v[3], double out[3]) {
 // zeta = q + ip both parts. The n-th time derivative of z is (i f)^n z.
 constexpr int kMaxFrequencies = 96, kMaxTerms = 16;
 
-// The complex numbers of the sums as pairs (re, im) of doubles, two lanes of
-// an SSE2 register where the target has them (every x86-64) and two plain
-// doubles elsewhere. Each lane rounds as the scalar operation would, so the
-// sums are the same to the last bit either way.
-#if defined(__SSE2__) || defined(_M_X64)
-using Pair = __m128d;
-inline Pair Load(const double *p) { return _mm_load_pd(p); }
-inline Pair Zero() { return _mm_setzero_pd(); }
-inline Pair Add(Pair a, Pair b) { return _mm_add_pd(a, b); }
-inline Pair Mul(Pair a, Pair b) { return _mm_mul_pd(a, b); }
-inline Pair Swap(Pair a) { return _mm_shuffle_pd(a, a, 1); }
-inline void Store(double *p, Pair a) { _mm_storeu_pd(p, a); }
-#else
-struct Pair {
-    double re, im;
-};
-inline Pair Load(const double *p) { return {p[0], p[1]}; }
-inline Pair Zero() { return {0.0, 0.0}; }
-inline Pair Add(Pair a, Pair b) { return {a.re + b.re, a.im + b.im}; }
-inline Pair Mul(Pair a, Pair b) { return {a.re * b.re, a.im * b.im}; }
-inline Pair Swap(Pair a) { return {a.im, a.re}; }
-inline void Store(double *p, Pair a) {
-    p[0] = a.re;
-    p[1] = a.im;
-}
-#endif
+// The complex numbers of the sums are pairs (re, im) (math/pair.h).
+using pair::Add;
+using pair::Load;
+using pair::Mul;
+using pair::Pair;
+using pair::Store;
+using pair::Swap;
+using pair::Zero;
 
 // A term as the pairs that make z from (c, s): z = (Ac, Ac) (c, s) +
 // (-As, As) (s, c); and its frequency's powers, each in both lanes.
