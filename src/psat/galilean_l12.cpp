@@ -22,9 +22,10 @@ constexpr double kL12Epoch = 2433282.5;  // 1950-01-01 0h TT
 // come from their Taylor series in the shift (below), whose error bound is
 // worked out for this largest shift.
 constexpr double kMaxShift = 0.05;
-// Span of the local model around its instant (days): its neglected
-// second-order terms, sum |A| f^2 dt^2 / 2, stay below 2 m there.
-constexpr double kLocalSpan = 1.0e-3;
+// Span of the local model around its instant (days; 43 s, against the
+// 7 s by which Callisto's light time can differ from Jupiter's): there its
+// neglected third-order term stays below 0.4 m (L12LocalPosition).
+constexpr double kLocalSpan = 5.0e-4;
 // The elements at t - shift come from Taylor's series in the shift to the
 // shift^4 term. Its remainder for a term of amplitude A and frequency f is
 // |A| (f shift)^5 / 120. Summed over the terms with |f| > 0.1 rad/day
@@ -261,36 +262,31 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     const SinCos lc = FastSinCosRad(el[1]);
     const double F = EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v, el[1] + el[2] * lc.s - el[3] * lc.c);
     ToJ2000(v, out);
-    // The model's own instant: its position (the loop's first pass) and its
-    // eccentric longitude, from which later passes start Kepler's equation;
-    // F moves with lambda at the rate 1 / (1 - k cos F - h sin F). Its
-    // Kepler's equation starts from the instant's F - lambda, which moves by
-    // about e n shift (5e-4 rad for Io).
-    double cs[2];
-    local->F = EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v, e0[1] + (F - el[1]), cs);
+    // The model's own instant: its position (the loop's first pass) and
+    // velocity. Kepler's equation starts from the instant's F - lambda,
+    // which moves by about e n shift (5e-4 rad for Io).
+    double w[3];
+    EquinoctialToPosition(e0[0], e0[1], e0[2], e0[3], e0[4], e0[5], v, e0[1] + (F - el[1]), r0, w);
     ToJ2000(v, local->position);
-    local->rateF = r0[1] / (1.0 - e0[2] * cs[0] - e0[3] * cs[1]);
+    ToJ2000(w, local->velocity);
     local->index = index;
     local->jde = jde - shift;
-    for (int k = 0; k < 6; ++k) {
-        local->elements[k] = e0[k];
-        local->rates[k] = r0[k];
-    }
+    local->mu = m.mu;
     return 0;
 }
 
+// The position dt from the model's instant to second order: velocity and
+// the two-body acceleration -mu r / |r|^3. The neglected third-order term,
+// a n^3 dt^3 / 6, is largest for Io (a n^3 = 1.9e7 km/day^3); the
+// acceleration's own error, the perturbations of about 1e-3 of it, weighs
+// a n^2 dt^2 / 2 x 1e-3.
 int L12LocalPosition(const L12Local &local, double jde, double out[3]) {
     const double dt = jde - local.jde;
     if (!(std::fabs(dt) <= kLocalSpan)) return GalileanL12(local.index, jde, out);
-    if (dt == 0.0) {
-        for (int k = 0; k < 3; ++k) out[k] = local.position[k];
-        return 0;
-    }
-    double e[6];
-    for (int k = 0; k < 6; ++k) e[k] = local.elements[k] + local.rates[k] * dt;
-    double v[3];
-    EquinoctialToPosition(e[0], e[1], e[2], e[3], e[4], e[5], v, local.F + local.rateF * dt);
-    ToJ2000(v, out);
+    const double *r = local.position, *v = local.velocity;
+    const double r2 = r[0] * r[0] + r[1] * r[1] + r[2] * r[2];
+    const double g = -local.mu / (r2 * std::sqrt(r2)) * (dt * dt / 2.0);
+    for (int k = 0; k < 3; ++k) out[k] = r[k] + v[k] * dt + g * r[k];
     return 0;
 }
 
