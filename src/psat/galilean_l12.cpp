@@ -148,10 +148,14 @@ void Fill(FrequencyCache &cache, const SharedFrequencies &table, int moon) {
     cache.ready[moon] = cache.generation;
 }
 
-// One series at t, from acc[0], acc[1]: its value and the sums S_n = sum f^n z
+// One series at t: its value (from start) and the sums S_n = sum f^n z
 // (n = 1..4, so that the n-th derivative is i^n S_n), as pairs (re, im).
-void Accumulate(const Series &series, const double (*cs)[2], double acc[2 * (kOrders + 1)]) {
-    Pair s0 = Load(acc), s1 = Zero(), s2 = Zero(), s3 = Zero(), s4 = Zero();
+struct Sums {
+    Pair s[kOrders + 1];
+};
+
+Sums Accumulate(const Series &series, const double (*cs)[2], Pair start) {
+    Pair s0 = start, s1 = Zero(), s2 = Zero(), s3 = Zero(), s4 = Zero();
     for (int i = 0; i < series.count; ++i) {
         const Term &w = series.terms[i];
         const Pair x = Load(cs[w.f]);
@@ -162,25 +166,25 @@ void Accumulate(const Series &series, const double (*cs)[2], double acc[2 * (kOr
         s3 = Add(s3, Mul(Load(w.fn[2]), z));
         s4 = Add(s4, Mul(Load(w.fn[3]), z));
     }
-    Store(acc, s0);
-    Store(acc + 2, s1);
-    Store(acc + 4, s2);
-    Store(acc + 6, s3);
-    Store(acc + 8, s4);
+    return {{s0, s1, s2, s3, s4}};
 }
 
-// The series' value at t - x and its rate there from the sums at t, by
-// Taylor's series in x: z(t - x) = sum_n i^n S_n (-x)^n / n! and
-// z'(t - x) = sum_n i^(n+1) S_(n+1) (-x)^n / n!, (re, im) into value, rate.
-void Shift(const double acc[2 * (kOrders + 1)], double x, double value[2], double rate[2]) {
-    const double *S0 = acc, *S1 = acc + 2, *S2 = acc + 4, *S3 = acc + 6, *S4 = acc + 8;
-    const double x2 = x * x / 2.0, x3 = x2 * x / 3.0, x4 = x3 * x / 4.0;
-    // (-i x)^n / n!: n = 1: -i x; 2: -x^2/2; 3: i x^3/6; 4: x^4/24.
-    value[0] = S0[0] + x * S1[1] - x2 * S2[0] - x3 * S3[1] + x4 * S4[0];
-    value[1] = S0[1] - x * S1[0] - x2 * S2[1] + x3 * S3[0] + x4 * S4[1];
-    // i S1 + x S2 - i x^2/2 S3 - x^3/6 S4
-    rate[0] = -S1[1] + x * S2[0] + x2 * S3[1] - x3 * S4[0];
-    rate[1] = S1[0] + x * S2[1] - x2 * S3[0] - x3 * S4[1];
+// i z for a pair z = (re, im): (-im, re).
+Pair TimesI(Pair z) { return Mul(Swap(z), pair::Set(-1.0, 1.0)); }
+
+// The series' value at t, at t - x and its rate there from the sums at t,
+// by Taylor's series in x: z(t - x) = sum_n (-i x)^n / n! S_n and
+// z'(t - x) = i sum_n (-i x)^n / n! S_(n+1); pairs (re, im) into the arrays.
+void Shift(const Sums &sums, double x, double at[2], double value[2], double rate[2]) {
+    const Pair *S = sums.s;
+    const Pair x1 = pair::Both(x), x2 = pair::Both(x * x / 2.0), x3 = pair::Both(x * x * x / 6.0),
+               x4 = pair::Both(x * x * x * x / 24.0);
+    using pair::Sub;
+    // S0 - x^2/2 S2 + x^4/24 S4 + i (x^3/6 S3 - x S1)
+    Store(value, Add(Add(Sub(S[0], Mul(x2, S[2])), Mul(x4, S[4])), TimesI(Sub(Mul(x3, S[3]), Mul(x1, S[1])))));
+    // x S2 - x^3/6 S4 + i (S1 - x^2/2 S3)
+    Store(rate, Add(Sub(Mul(x1, S[2]), Mul(x3, S[4])), TimesI(Sub(S[1], Mul(x2, S[3])))));
+    Store(at, S[0]);
 }
 
 }  // namespace
@@ -231,32 +235,21 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     }
     const int moon = index - 1;
     if (cache.ready[moon] != cache.generation) Fill(cache, table, moon);
-    // el: a, lambda, k, h, q, p at t; e0, r0: the same and their rates at t - shift.
-    double el[6], e0[6], r0[6];
+    // el: a, lambda, k, h, q, p at t; e0, r0: the same and their rates at
+    // t - shift. The series a, lambda, z = k + ih, zeta = q + ip: their pairs (re, im),
+    // of which a keeps the real and lambda the imaginary part. The
+    // mean longitude's series starts from its mean motion, in the order of
+    // GalileanL12's sum, which the values at t repeat exactly.
     const double meanT = m.al[0] + t * m.al[1];
-    for (int s = 0; s < 4; ++s) {
-        // The mean longitude's series starts from its mean motion, in the
-        // order of GalileanL12's sum, which the values at t repeat exactly.
-        alignas(16) double acc[2 * (kOrders + 1)] = {0.0, s == 1 ? meanT : 0.0};
-        Accumulate(table.series[moon][s], cache.cs, acc);
-        double value[2], rate[2];
-        Shift(acc, shift, value, rate);
-        if (s < 2) {  // a: the real parts; mean longitude: the imaginary parts
-            el[s] = acc[s];
-            e0[s] = value[s];
-            r0[s] = rate[s];
-        } else {
-            el[2 * s - 2] = acc[0];
-            el[2 * s - 1] = acc[1];
-            e0[2 * s - 2] = value[0];
-            e0[2 * s - 1] = value[1];
-            r0[2 * s - 2] = rate[0];
-            r0[2 * s - 1] = rate[1];
-        }
-    }
-    el[1] = WrapRad(el[1]);
-    e0[1] = WrapRad(e0[1] - shift * m.al[1]);
-    r0[1] += m.al[1];
+    double el[6], e0[6], r0[6], lt[2], l0[2], lr[2];
+    const Series *series = table.series[moon];
+    Shift(Accumulate(series[2], cache.cs, Zero()), shift, el + 2, e0 + 2, r0 + 2);
+    Shift(Accumulate(series[3], cache.cs, Zero()), shift, el + 4, e0 + 4, r0 + 4);
+    Shift(Accumulate(series[1], cache.cs, pair::Set(0.0, meanT)), shift, lt, l0, lr);
+    Shift(Accumulate(series[0], cache.cs, Zero()), shift, el, e0, r0);  // [1]: lambda's, next
+    el[1] = WrapRad(lt[1]);
+    e0[1] = WrapRad(l0[1] - shift * m.al[1]);
+    r0[1] = lr[1] + m.al[1];
     double v[3];
     // Kepler's equation from its first-order solution (within e^2, 5e-5 rad).
     const SinCos lc = FastSinCosRad(el[1]);
