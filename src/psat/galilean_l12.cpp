@@ -251,9 +251,8 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     e0[1] = WrapRad(l0[1] - shift * m.al[1]);
     r0[1] = lr[1] + m.al[1];
     double v[3];
-    // Kepler's equation from its first-order solution (within e^2, 5e-5 rad).
-    const SinCos lc = FastSinCosRad(el[1]);
-    const double F = EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v, el[1] + el[2] * lc.s - el[3] * lc.c);
+    // Kepler's equation from F = lambda, within e (below 0.01 rad).
+    const double F = EquinoctialToPosition(el[0], el[1], el[2], el[3], el[4], el[5], v, el[1]);
     ToJ2000(v, out);
     // The model's own instant: its position (the loop's first pass) and
     // velocity. Kepler's equation starts from the instant's F - lambda,
@@ -277,6 +276,10 @@ int L12LocalPosition(const L12Local &local, double jde, double out[3]) {
     const double dt = jde - local.jde;
     if (!(std::fabs(dt) <= kLocalSpan)) return GalileanL12(local.index, jde, out);
     const double *r = local.position, *v = local.velocity;
+    if (dt == 0.0) {  // the loop's first pass
+        for (int k = 0; k < 3; ++k) out[k] = r[k];
+        return 0;
+    }
     const double r2 = r[0] * r[0] + r[1] * r[1] + r[2] * r[2];
     const double g = -local.mu / (r2 * std::sqrt(r2)) * (dt * dt / 2.0);
     for (int k = 0; k < 3; ++k) out[k] = r[k] + v[k] * dt + g * r[k];

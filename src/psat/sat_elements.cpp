@@ -10,7 +10,7 @@ namespace kvx::psat {
 
 namespace {
 constexpr int kMaxKeplerIterations = 30;
-constexpr double kTurnStep = 1.0e-3;  // rad
+constexpr double kTurnStep = 1.2e-2;  // rad, above the eccentricities of the satellites given a start
 constexpr double kVelocityStep = 1.0e-4;  // days
 constexpr double kKmPerAu = 149597870.0;
 constexpr double kSecondsPerDay = 86400.0;
@@ -42,8 +42,8 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
     // cosines are those of math/fast_trig.h (within 2.3e-16).
     //
     // From a given nearby start, a step below kTurnStep turns the cosine and
-    // sine through d by their series to d^4 and d^5 instead of evaluating
-    // them again: the remainders, d^6 / 720 and d^7 / 5040, are below 2e-21.
+    // sine through d by their series to d^6 and d^7 instead of evaluating
+    // them again: the remainders, d^8 / 8! and d^9 / 9!, are below 3e-21.
     double F = startF;
     const bool started = std::isfinite(F);
     if (!started) {
@@ -66,7 +66,8 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
         }
         if (started && std::fabs(d) < kTurnStep) {
             const double d2 = d * d;
-            const double cd = 1.0 - d2 * (0.5 - d2 * (1.0 / 24.0)), sd = d * (1.0 - d2 * (1.0 / 6.0 - d2 * (1.0 / 120.0)));
+            const double cd = 1.0 - d2 * (0.5 - d2 * (1.0 / 24.0 - d2 * (1.0 / 720.0)));
+            const double sd = d * (1.0 - d2 * (1.0 / 6.0 - d2 * (1.0 / 120.0 - d2 * (1.0 / 5040.0))));
             const double c = cf * cd - sf * sd;
             sf = sf * cd + cf * sd;
             cf = c;
