@@ -72,7 +72,10 @@ struct alignas(16) Term {
     int f;
 };
 
+// A series' constant first term (frequency 0) is its start value: the sum
+// begins with it as it would after adding its z = (Ac, As) to zero.
 struct Series {
+    alignas(16) double start[2] = {0.0, 0.0};
     int count = 0;
     Term terms[kMaxTerms];
 };
@@ -112,9 +115,14 @@ const SharedFrequencies &Frequencies() {
                         t.complete = false;
                         continue;
                     }
+                    const double g = w.frequency, ac = w.amplitude * std::cos(w.phase), as = w.amplitude * std::sin(w.phase);
+                    if (i == 0 && g == 0.0 && s != 1) {
+                        out.start[0] = ac;
+                        out.start[1] = as;
+                        continue;
+                    }
                     if (!seen[f]) t.used[m][t.usedCount[m]++] = f;
                     seen[f] = true;
-                    const double g = w.frequency, ac = w.amplitude * std::cos(w.phase), as = w.amplitude * std::sin(w.phase);
                     out.terms[out.count++] = {{ac, ac}, {-as, as}, {{g, g}, {g * g, g * g}, {g * g * g, g * g * g}, {g * g * g * g, g * g * g * g}}, f};
                 }
             }
@@ -243,10 +251,10 @@ int GalileanL12Local(int index, double jde, double shift, double out[3], L12Loca
     const double meanT = m.al[0] + t * m.al[1];
     double el[6], e0[6], r0[6], lt[2], l0[2], lr[2];
     const Series *series = table.series[moon];
-    Shift(Accumulate(series[2], cache.cs, Zero()), shift, el + 2, e0 + 2, r0 + 2);
-    Shift(Accumulate(series[3], cache.cs, Zero()), shift, el + 4, e0 + 4, r0 + 4);
+    Shift(Accumulate(series[2], cache.cs, Load(series[2].start)), shift, el + 2, e0 + 2, r0 + 2);
+    Shift(Accumulate(series[3], cache.cs, Load(series[3].start)), shift, el + 4, e0 + 4, r0 + 4);
     Shift(Accumulate(series[1], cache.cs, pair::Set(0.0, meanT)), shift, lt, l0, lr);
-    Shift(Accumulate(series[0], cache.cs, Zero()), shift, el, e0, r0);  // [1]: lambda's, next
+    Shift(Accumulate(series[0], cache.cs, Load(series[0].start)), shift, el, e0, r0);  // [1]: lambda's, next
     el[1] = WrapRad(lt[1]);
     e0[1] = WrapRad(l0[1] - shift * m.al[1]);
     r0[1] = lr[1] + m.al[1];
