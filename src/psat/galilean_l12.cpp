@@ -18,13 +18,13 @@ namespace kvx::psat {
 namespace {
 
 constexpr double kL12Epoch = 2433282.5;  // 1950-01-01 0h TT
-// Largest shift of the one-pass evaluation (days). The elements at t - shift
-// come from their Taylor series in the shift (below), whose error bound is
-// worked out for this largest shift.
+// Largest shift of the one-pass evaluation (days), for which the bound at
+// kOrders below is worked out.
 constexpr double kMaxShift = 0.05;
 // Span of the local model around its instant (days; 43 s, against the
-// 7 s by which Callisto's light time can differ from Jupiter's): there its
-// neglected third-order term stays below 0.4 m (L12LocalPosition).
+// 7 s by which Callisto's light time can differ from Jupiter's). There the
+// model's neglected third-order term stays below 0.4 m (L12LocalPosition)
+// and the velocity's neglected rates of the orbital plane below 0.3 m.
 constexpr double kLocalSpan = 5.0e-4;
 // The elements at t - shift come from Taylor's series in the shift to the
 // shift^4 term. Its remainder for a term of amplitude A and frequency f is
@@ -32,7 +32,7 @@ constexpr double kLocalSpan = 5.0e-4;
 // (amplitudes times the orbit radius, up to 410 km; |f| <= 3.56 rad/day)
 // it is below 1.2 m for each satellite at the largest shift and below
 // 0.3 m at Jupiter's light time (at most 0.037 day); the slow terms
-// (|f| < 0.014 rad/day) leave under 1e-12 m. The rates' remainder,
+// (|f| < 0.014 rad/day) leave under 1e-10 m. The rates' remainder,
 // |A| f (f shift)^4 / 24, over the few seconds the local model spans adds
 // less than a millimetre.
 constexpr int kOrders = 4;
