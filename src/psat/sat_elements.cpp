@@ -10,6 +10,7 @@ namespace kvx::psat {
 
 namespace {
 constexpr int kMaxKeplerIterations = 30;
+constexpr double kTurnStep = 1.2e-2;  // rad, above the eccentricities of the satellites given a start
 constexpr double kVelocityStep = 1.0e-4;  // days
 constexpr double kKmPerAu = 149597870.0;
 constexpr double kSecondsPerDay = 86400.0;
@@ -31,7 +32,7 @@ double PlanetGmKm(int hundreds) {
 }  // namespace
 
 double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
-                             double startF, double cosSinF[2]) {
+                             double startF, const double rates[6], double velocity[3]) {
     // Eccentric longitude F from Kepler's equation lambda = F - k sin F + h cos F
     // (Broucke & Cefola 1972), Newton's method from the first-order guess or
     // from startF. Newton's error after a step d is at most
@@ -39,8 +40,13 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
     // loop stops there; the cosine and sine of the corrected F follow from
     // the last pass's by the rotation through d (to d^3 / 6). The sines and
     // cosines are those of math/fast_trig.h (within 2.3e-16).
+    //
+    // From a given nearby start, a step below kTurnStep turns the cosine and
+    // sine through d by their series to d^6 and d^7 instead of evaluating
+    // them again: the remainders, d^8 / 8! and d^9 / 9!, are below 3e-21.
     double F = startF;
-    if (!std::isfinite(F)) {
+    const bool started = std::isfinite(F);
+    if (!started) {
         const SinCos l = FastSinCosRad(lambda);
         F = lambda + k * l.s - h * l.c;
     }
@@ -58,6 +64,15 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
             cf = c;
             break;
         }
+        if (started && std::fabs(d) < kTurnStep) {
+            const double d2 = d * d;
+            const double cd = 1.0 - d2 * (0.5 - d2 * (1.0 / 24.0 - d2 * (1.0 / 720.0)));
+            const double sd = d * (1.0 - d2 * (1.0 / 6.0 - d2 * (1.0 / 120.0 - d2 * (1.0 / 5040.0))));
+            const double c = cf * cd - sf * sd;
+            sf = sf * cd + cf * sd;
+            cf = c;
+            continue;
+        }
         csF = FastSinCosRad(F);
         cf = csF.c;
         sf = csF.s;
@@ -72,9 +87,22 @@ double EquinoctialToPosition(double a, double lambda, double k, double h, double
     out[0] = x1 * p2 + y1 * pq;
     out[1] = x1 * pq + y1 * q2;
     out[2] = (q * y1 - x1 * p) * f2;
-    if (cosSinF) {
-        cosSinF[0] = cf;
-        cosSinF[1] = sf;
+    if (rates && velocity) {
+        // The time derivative of the steps above with the rates of a,
+        // lambda, k and h. Kepler's equation differentiated:
+        // dlambda = dF (1 - k cos F - h sin F) - dk sin F + dh cos F.
+        // Left out: the rates of psi (a e^2 de / 4) and of the plane's
+        // q and p (2 a dq), which the theories that ask for velocities keep
+        // below 1e-6 of the orbital velocity.
+        const double da = rates[0], dk = rates[2], dh = rates[3];
+        const double dF = (rates[1] + dk * sf - dh * cf) / (1.0 - k * cf - h * sf);
+        const double ddle = dh * cf - dk * sf - dF * (h * sf + k * cf);
+        const double ra = da / a;
+        const double dx1 = ra * x1 + a * (-sf * dF - dk - psi * (dh * dle + h * ddle));
+        const double dy1 = ra * y1 + a * (cf * dF - dh + psi * (dk * dle + k * ddle));
+        velocity[0] = dx1 * p2 + dy1 * pq;
+        velocity[1] = dx1 * pq + dy1 * q2;
+        velocity[2] = (q * dy1 - dx1 * p) * f2;
     }
     return F;
 }

@@ -27,16 +27,15 @@ int UranusGust86(int index, double jde, double out[3]);         // Ariel..Mirand
 int SaturnMeeus(int index, double jde, double out[3]);          // Mimas..Iapetus
 int MeanElementSatellite(int code, double jde, double out[3]);  // the rest
 
-// A Galilean satellite's L1.2 elements and their rates at one instant: the
-// light-time loop of CalcSatellite moves them linearly over the few seconds
-// by which the satellite's retardation differs from Jupiter's.
+// A Galilean satellite's position and velocity at one instant: the
+// light-time loop of CalcSatellite moves the satellite from there over the
+// few seconds by which its retardation differs from Jupiter's.
 struct L12Local {
     int index;
     double jde;          // the model's instant
-    double elements[6];  // a (AU), lambda (rad), k, h, q, p
-    double rates[6];     // per day
-    double position[3];  // J2000.0 position at the instant (AU)
-    double F, rateF;     // eccentric longitude (rad) and its rate (rad/day) there
+    double position[3];  // J2000.0 equator (AU)
+    double velocity[3];  // AU/day
+    double mu;           // GM of Jupiter plus the satellite (AU^3/day^2)
 };
 
 // One pass over the L1.2 series: the position at jde into out (as
@@ -44,17 +43,19 @@ struct L12Local {
 // e.g. Jupiter's light time). Returns 0 on success.
 int GalileanL12Local(int index, double jde, double shift, double out[3], L12Local *local);
 
-// Position from the local model within 1e-3 day of its instant (the full
-// series beyond). Returns 0 on success.
+// Position from the local model within kLocalSpan (galilean_l12.cpp) of its
+// instant (the full series beyond). Returns 0 on success.
 int L12LocalPosition(const L12Local &local, double jde, double out[3]);
 
 // Equinoctial elements to a position on the axes of the elements' plane:
 // semi-major axis a, mean longitude lambda (rad), k = e cos(varpi),
 // h = e sin(varpi), q = sin(i/2) cos(node), p = sin(i/2) sin(node).
 // Kepler's equation is solved from startF when it is finite (a nearby
-// solution); returns the eccentric longitude F (rad), and its cosine and
-// sine into cosSinF when not null.
+// solution; its small Newton steps then turn the cosine and sine instead of
+// evaluating them, which agrees to rounding); returns the eccentric
+// longitude F (rad). With the elements' rates (per day, in the order
+// a, lambda, k, h, q, p) and a velocity array, the velocity follows too.
 double EquinoctialToPosition(double a, double lambda, double k, double h, double q, double p, double out[3],
-                             double startF = NAN, double cosSinF[2] = nullptr);
+                             double startF = NAN, const double rates[6] = nullptr, double velocity[3] = nullptr);
 
 }  // namespace kvx::psat

@@ -6,6 +6,7 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "math/vec3.h"
+#include "platform/thread_cache.h"
 #include "psat/sat_theory.h"
 #include "psat/satellite_catalog.h"
 #include "solar/body/body_pipeline.h"
@@ -245,7 +246,7 @@ extern "C" int32_t CalcSatellite(const ATime *t, int32_t planet, int32_t index, 
         double P[3];
         body::NearPlace near;
     };
-    thread_local PlanetFrame last;
+    PlanetFrame &last = platform::ThreadCache<PlanetFrame>();
     const double key[10] = {pf[0], pf[1], pf[2], pf[3], pf[4], pf[5], pf[6], t->obsPos[0], t->obsPos[1], t->obsPos[2]};
     bool same = true;
     for (int k = 0; k < 10; ++k) same = same && key[k] == last.key[k];
