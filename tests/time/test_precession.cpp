@@ -1,11 +1,8 @@
-// Precession against ERFA's IAU 2006 pmat06; the rules around J2000.0 and
-// for early start epochs; continuity of the 50"-per-year extension.
-#include <gtest/gtest.h>
+// Precession against ERFA's IAU 2006 pmat06; the rules around J2000.0 and for early start epochs; continuity of the
+// 50"-per-year extension.
 
 #include <algorithm>
-#include <cmath>
 
-#include "kvxlib.h"
 #include "test_support.h"
 #include "time/precession.h"
 
@@ -24,8 +21,7 @@ double FromIdentity(const double m[9]) {
     return MaxDiff(m, one);
 }
 
-// The obliquity's IAU 2006 coefficients rounded in degrees: how far the
-// matrix may depart from ERFA's at t centuries.
+// The obliquity's IAU 2006 coefficients rounded in degrees: how far the matrix may depart from ERFA's at t centuries.
 double ObliquityRoundingBoundRad(double t) {
     const double a = std::fabs(t);
     const double deg = std::fabs(84381.406 / 3600.0 - 23.4392794444) + std::fabs(46.836769 / 3600.0 - 0.01301021361) * a +
@@ -50,8 +46,8 @@ TEST(Precession, FromJ2000IsTheIau2006BiasPrecessionMatrixOfErfa) {
     cmp.Check();
 }
 
-// Equal epochs give exactly the identity; a start before -30 centuries is
-// the inverse of the other way round; two dates compose through J2000.0.
+// Equal epochs give exactly the identity; a start before -30 centuries is the inverse of the other way round; two
+// dates compose through J2000.0.
 TEST(Precession, IdentityInverseAndComposition) {
     for (double jd : {kJ2000, 0.0, 1000000.5, 2460000.25, 1e7, -3e6}) {
         double m[9];
