@@ -4,14 +4,9 @@
 #include <cstring>
 #include <random>
 
-
 namespace {
 
-double FromIdentity(const double m[9]) {
-    double d = 0.0;
-    for (int k = 0; k < 9; ++k) d = std::fmax(d, std::fabs(m[k] - (k % 4 == 0 ? 1.0 : 0.0)));
-    return d;
-}
+using kvx::test::FromIdentity;
 
 // Poles and axes, z beyond the unit sphere clamped, the zero vector without a direction (the round trip with AdToDc
 // is exercised by every reference comparison of places).

@@ -9,7 +9,6 @@ using namespace kvx::test;
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
 
 // The model's velocity is of the equinox of date but applied on J2000 axes: kappa (20.5") times the precession since
 // J2000.0 (IAU 2006 rate) on top of its own 0.03" on the axes of date.

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr double kB1875 = 2405888.5;
-constexpr double kJ2000 = 2451545.0;
+using kvx::test::kJ2000;
 // Codes of the constellations named below (constellation_codes.csv).
 constexpr int kSgr = 2, kUMi = 36, kSco = 42, kOct = 58, kOph = 64, kSe2 = 88;
 

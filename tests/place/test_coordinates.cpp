@@ -8,7 +8,6 @@ using namespace kvx::test;
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
 // IAU 2006 frame bias, sqrt(16.617^2 + 6.819^2 + 14.6^2) mas.
 constexpr double kFrameBiasArcsec = 0.02315;
 // IAU 1980 nutation terms below 1 mas, dropped by the series.

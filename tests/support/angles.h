@@ -10,6 +10,7 @@ namespace kvx::test {
 inline constexpr double kPi = 3.141592653589793;
 inline constexpr double kDegToRad = kPi / 180.0;
 inline constexpr double kRadToArcsec = 206264.80624709636;
+inline constexpr double kJ2000 = 2451545.0;
 
 // Difference of two angles in degrees, wrapped into [-180, 180].
 inline double WrapDeg(double a) { return std::remainder(a, 360.0); }
@@ -64,5 +65,16 @@ inline ATime HandTime(double jde, double eps, double epsTrue, const double *prec
 }
 
 inline double Norm(const double v[3]) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
+
+// Largest element-wise difference of two 3x3 matrices, and from the identity.
+inline double MaxDiff(const double a[9], const double b[9]) {
+    double d = 0.0;
+    for (int k = 0; k < 9; ++k) d = std::fmax(d, std::fabs(a[k] - b[k]));
+    return d;
+}
+inline double FromIdentity(const double m[9]) {
+    const double one[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    return MaxDiff(m, one);
+}
 
 }  // namespace kvx::test

@@ -8,18 +8,7 @@
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
-
-double MaxDiff(const double a[9], const double b[9]) {
-    double d = 0.0;
-    for (int k = 0; k < 9; ++k) d = std::fmax(d, std::fabs(a[k] - b[k]));
-    return d;
-}
-double FromIdentity(const double m[9]) {
-    double one[9];
-    UnitMatrix(one);
-    return MaxDiff(m, one);
-}
+using namespace kvx::test;
 
 // The obliquity's IAU 2006 coefficients rounded in degrees: how far the matrix may depart from ERFA's at t centuries.
 double ObliquityRoundingBoundRad(double t) {
