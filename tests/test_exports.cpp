@@ -1,13 +1,9 @@
 // The shared library exports exactly the functions the public header
 // declares: nothing internal leaks, nothing declared is missing.
-#include <gtest/gtest.h>
+#include "test_support.h"
 
-#include <cstdio>
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
-#include <string>
 
 namespace {
 

@@ -1,11 +1,8 @@
 // Arguments no caller should pass give the header's defined results, not
 // undefined behaviour (an abort under make check-asan) or a hang.
-#include <gtest/gtest.h>
+#include "test_support.h"
 
 #include <climits>
-#include <cmath>
-
-#include "kvxlib.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
-// Helpers shared by the tests: the toolkit in support/ and the CLI's
-// standard-error filter.
+// Helpers shared by the tests: the toolkit in support/ and the CLI's standard-error filter.
 #pragma once
 
 #include <cmath>
@@ -14,8 +13,8 @@
 
 namespace kvx::test {
 
-// Standard error without the data-file readers' load-time lines about files
-// they cannot open or read (in the build tree: the default JPL path and moon.xyz).
+// Standard error without the data-file readers' load-time lines about files they cannot open or read (in the build
+// tree: the default JPL path and moon.xyz).
 inline std::string WithoutLoadDiagnostics(const std::string &err) {
     std::istringstream in(err);
     std::string kept;

@@ -1,13 +1,8 @@
-// Angle reduction, sexagesimal conversion, position angle and distance,
-// interpolation and the integer square root.
-#include <gtest/gtest.h>
+// Angle reduction, sexagesimal conversion, position angle and distance, interpolation and the integer square root.
+#include "test_support.h"
 
-#include <cmath>
 #include <iterator>
 #include <random>
-#include <vector>
-
-#include "kvxlib.h"
 
 namespace {
 

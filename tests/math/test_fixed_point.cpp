@@ -1,21 +1,17 @@
-// Fixed-point arithmetic (units of 2^-30) against libm: documented values
-// and guards, and the interpolation error over each whole range.
-#include <gtest/gtest.h>
+// Fixed-point arithmetic (units of 2^-30) against libm: documented values and guards, and the interpolation error
+// over each whole range.
+#include "test_support.h"
 
-#include <cmath>
 #include <cstdint>
 #include <iterator>
-#include <vector>
-
-#include "kvxlib.h"
 
 namespace {
 
 constexpr double kOne = 1073741824.0;
 constexpr uint32_t kPi = 0xC90FDAA2u;
 
-// Documented values: arithmetic shifts round down, division truncates
-// toward zero and never traps, guards for small radii and negative roots.
+// Documented values: arithmetic shifts round down, division truncates toward zero and never traps, guards for small
+// radii and negative roots.
 TEST(FixedPoint, DocumentedValuesAndGuards) {
     const struct {
         int64_t got, want;
@@ -32,10 +28,9 @@ TEST(FixedPoint, DocumentedValuesAndGuards) {
     for (std::size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].want) << "case " << i;
 }
 
-// Linear interpolation between exact table entries at spacing h errs by at
-// most h^2/8 max|f''| on the interval, plus one unit of rounding per entry
-// and one for the fraction product: checked per interval, so the growth of
-// f'' (sqrt near 0, acos near 1) is not hidden by one wide tolerance.
+// Linear interpolation between exact table entries at spacing h errs by at most h^2/8 max|f''| on the interval, plus
+// one unit of rounding per entry and one for the fraction product: checked per interval, so the growth of f'' (sqrt
+// near 0, acos near 1) is not hidden by one wide tolerance.
 struct Piece {
     int64_t start, end, step;  // sampled x range (fixed point)
     double h;                  // table spacing, as a real number
@@ -56,8 +51,8 @@ TEST(FixedPoint, InterpolationErrorAgainstLibm) {
     CheckAgainstBound(
         {0, 1686629713, 1237, h18}, [](int64_t x) { return double(fxpcos(int32_t(x))); },
         [](double x) { return std::cos(x); }, [](double, double) { return 1.0; });
-    // sqrt'' = -x^-1.5 / 4, largest at the interval's left end; the first
-    // interval (0..2^-12) has no finite bound and is left out.
+    // sqrt'' = -x^-1.5 / 4, largest at the interval's left end; the first interval (0..2^-12) has no finite bound and
+    // is left out.
     auto sqrtD2 = [](double x, double h) {
         const double left = std::floor(x / h) * h;
         return 0.25 * std::pow(left, -1.5);
@@ -68,9 +63,8 @@ TEST(FixedPoint, InterpolationErrorAgainstLibm) {
     CheckAgainstBound(
         {1 << 18, 0x9DE9E64D, 1999, h18}, [](int64_t x) { return double(fxpusqrt(uint32_t(x))); },
         [](double x) { return std::sqrt(x); }, sqrtD2);
-    // acos'' = -x / (1 - x^2)^1.5, largest at the interval's right end; the
-    // four tables refine the spacing toward 1 and the very last interval
-    // (1 - 2^-26 .. 1) has no finite bound.
+    // acos'' = -x / (1 - x^2)^1.5, largest at the interval's right end; the four tables refine the spacing toward 1
+    // and the very last interval (1 - 2^-26 .. 1) has no finite bound.
     auto acosD2 = [](double x, double h) {
         const double right = std::fmin((std::floor(std::fabs(x) / h) + 1) * h, 1.0 - 1e-300);
         return right / std::pow(1 - right * right, 1.5);
@@ -97,28 +91,23 @@ TEST(FixedPoint, ConversionsTruncateAndRotationsMatchDoubles) {
     EXPECT_EQ(std::vector<int32_t>({f.x, f.y, f.z}), std::vector<int32_t>({536870912, int32_t(-0.3 * kOne), 1073741823}));
     Dc back{};
     FxToDc(&f, &back);
-    EXPECT_NEAR(back.y, -0.3, 1e-9);
+    EXPECT_NEAR(back.y, -0.3, 1e-9);  // one unit of 2^-30
     const Ad ad{123.0, -45.0};
-    AdToFx(&ad, &f);
-    Ad out{};
-    FxToAd(&f, &out);
-    EXPECT_NEAR(std::fmax(std::fabs(out.a - 123.0), std::fabs(out.d + 45.0)), 0.0, 1e-6);
     const FxVec pole{0, 0, 5};
-    FxToAd(&pole, &out);
-    EXPECT_EQ(std::vector<double>({out.a, out.d}), std::vector<double>({0.0, 90.0}));
+    Ad out{}, atPole{};
+    AdToFx(&ad, &f);
+    FxToAd(&f, &out), FxToAd(&pole, &atPole);
+    EXPECT_NEAR(std::fmax(std::fabs(out.a - 123.0), std::fabs(out.d + 45.0)), 0.0, 1e-6);  // fxpatan2's tables
+    EXPECT_EQ(std::vector<double>({atPole.a, atPole.d}), std::vector<double>({0.0, 90.0}));
     const double mf[9] = {1.0, 0.25, -0.5, 0, 1, 0, -1.0, 0, 0.125};
     Fx fm[9];
     MatrixFlToFx(mf, fm);
     EXPECT_EQ(std::vector<int32_t>({fm[0], fm[2], fm[6]}), std::vector<int32_t>({1073741824, -536870912, -1073741824}));
     // Against doubles: 2^-30 per product and entry; partial forms write only their part.
-    double m[9], rz[9], rx[9];
-    RotateZ(30, rz);
-    RotateX(-23.44, rx);
-    MulMatrix(rx, rz, m);
+    double m[9];
+    RotatePrm1(30, -23.44, m);
     MatrixFlToFx(m, fm);
-    Dc dv, r;
-    const Ad dir{200.0, 35.0};
-    AdToDc(&dir, &dv);
+    Dc dv{-0.77, -0.28, 0.5736}, r;
     RotateDc(&dv, m, &r);
     FxVec fv{}, res{};
     DcToFx(&dv, &fv);

@@ -1,22 +1,17 @@
-// Aberration, deflection, parallax, proper motion and a star's apparent
-// place against ERFA (make_place_reference.py) and their geometry.
-#include <gtest/gtest.h>
+// Aberration, deflection, parallax, proper motion and a star's apparent place against ERFA (make_place_reference.py)
+// and their geometry.
 
 #include <algorithm>
-#include <cmath>
 
-#include "kvxlib.h"
 #include "test_support.h"
 
 using namespace kvx::test;
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
 
-// The model's velocity is of the equinox of date but applied on J2000 axes:
-// kappa (20.5") times the precession since J2000.0 (IAU 2006 rate) on top
-// of its own 0.03" on the axes of date.
+// The model's velocity is of the equinox of date but applied on J2000 axes: kappa (20.5") times the precession since
+// J2000.0 (IAU 2006 rate) on top of its own 0.03" on the axes of date.
 double AberrationBoundArcsec(double jde) {
     const double precession = std::fabs(jde - kJ2000) / 36525.0 * 5028.796195 / kRadToArcsec;
     return 0.03 + 20.5 * 1.02 * precession;
@@ -39,8 +34,8 @@ TEST(AnnualAberration, AgainstErfaOnTheAxesOfDateAndOfJ2000) {
     cmp.Check();
 }
 
-// Removal undoes addition, in place, to the inverse's 1e-6 iteration
-// limit in the vector's difference (second order: below 1e-4").
+// Removal undoes addition, in place, to the inverse's 1e-6 iteration limit in the vector's difference (second order:
+// below 1e-4").
 TEST(AnnualAberration, RemovalUndoesAdditionInPlace) {
     const ATime t = HandTime(2460000.5, 23.43, 23.44);
     for (int i = 0; i < 500; ++i) {
@@ -85,8 +80,8 @@ TEST(Deflection, NothingBehindTheSun) {
     EXPECT_EQ(out[0], -1.0);
 }
 
-// The whole chain against ERFA's with the same matrices in the record:
-// proper motions to 2"/yr over 50 years, parallaxes to 0.8".
+// The whole chain against ERFA's with the same matrices in the record: proper motions to 2"/yr over 50 years,
+// parallaxes to 0.8".
 TEST(StarApparent, AgainstTheErfaChain) {
     const Reference ref("place_star.csv", {"jde", "eps_true", "ra", "dec", "pmra", "pmdec", "parallax", "sun_ra",
                                            "sun_dec", "earth_x", "earth_y", "earth_z", "pmat", "p1", "p2", "p3",

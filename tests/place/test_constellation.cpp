@@ -1,23 +1,15 @@
-// Constellation lookup (Roman 1987, CDS VI/42): edge cases, and agreement
-// with PyEphem and Skyfield away from boundaries.
-#include <gtest/gtest.h>
+// Constellation lookup (Roman 1987, CDS VI/42): edge cases, and agreement with PyEphem and Skyfield away from
+// boundaries.
 
-#include <cmath>
-#include <fstream>
 #include <limits>
-#include <map>
-#include <sstream>
-#include <string>
 #include <tuple>
-#include <vector>
 
-#include "kvxlib.h"
 #include "test_support.h"
 
 namespace {
 
 constexpr double kB1875 = 2405888.5;
-constexpr double kJ2000 = 2451545.0;
+using kvx::test::kJ2000;
 // Codes of the constellations named below (constellation_codes.csv).
 constexpr int kSgr = 2, kUMi = 36, kSco = 42, kOct = 58, kOph = 64, kSe2 = 88;
 
@@ -41,12 +33,10 @@ std::vector<std::vector<std::string>> CsvRows(const char *file) {
     return rows;
 }
 
-// Poles, beyond them (at J2000.0 precessed first: the point just over the
-// pole) and non-numbers; an exact negative multiple of 360, or a negative
-// too small to survive + 360, reduces to 360, in no strip. A strip owns its
-// low right-ascension edge and its south bound to 1e-7 arcminute (Oph/Sgr
-// at 264 deg, Sco south of -30). The table's Oph row at +3..+4.5 deg ends at
-// 18h25m18s, so the sliver to 18h25m30s is Serpens Cauda (not Roman's Oph).
+// Poles, beyond them (at J2000.0 precessed first: the point just over the pole) and non-numbers; an exact negative
+// multiple of 360, or a negative too small to survive + 360, reduces to 360, in no strip. A strip owns its low
+// right-ascension edge and its south bound to 1e-7 arcminute (Oph/Sgr at 264 deg, Sco south of -30). The table's Oph
+// row at +3..+4.5 deg ends at 18h25m18s, so the sliver to 18h25m30s is Serpens Cauda (not Roman's Oph).
 TEST(ConstellationLookup, PolesReductionAndStripEdges) {
     const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
     const struct {
@@ -69,8 +59,8 @@ TEST(ConstellationLookup, PolesReductionAndStripEdges) {
             for (double turns : {360.0, 3600.0, -360.0, -7200.0}) EXPECT_EQ(At(ra + turns, dec), At(ra, dec));
 }
 
-// Every direction (none within ~1.2' of a boundary) names PyEphem's
-// constellation; any epoch but exactly B1875.0 is precessed as J2000.0.
+// Every direction (none within ~1.2' of a boundary) names PyEphem's constellation; any epoch but exactly B1875.0 is
+// precessed as J2000.0.
 TEST(ConstellationReference, AgreesWithPyEphemAndSkyfield) {
     std::map<int, std::string> names;
     for (const auto &f : CsvRows("constellation_codes.csv")) names[std::stoi(f[0])] = f[1];

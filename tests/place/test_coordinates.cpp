@@ -1,25 +1,20 @@
-// Conversions between the ten coordinate systems against ERFA
-// (make_place_reference.py), and the position angle.
-#include <gtest/gtest.h>
+// Conversions between the ten coordinate systems against ERFA (make_place_reference.py), and the position angle.
 
 #include <algorithm>
-#include <cmath>
 
-#include "kvxlib.h"
 #include "test_support.h"
 
 using namespace kvx::test;
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
 // IAU 2006 frame bias, sqrt(16.617^2 + 6.819^2 + 14.6^2) mas.
 constexpr double kFrameBiasArcsec = 0.02315;
 // IAU 1980 nutation terms below 1 mas, dropped by the series.
 constexpr double kNutationTruncation = 0.006;
 
-// Precession to J2000.0 ends on the mean equator, one bias more than the
-// matrix from J2000.0 removes; within a day of J2000.0 it is applied twice.
+// Precession to J2000.0 ends on the mean equator, one bias more than the matrix from J2000.0 removes; within a day of
+// J2000.0 it is applied twice.
 double BiasPerPassage(double jde) { return (std::fabs(jde - kJ2000) < 1.0 ? 2.0 : 1.0) * kFrameBiasArcsec; }
 
 // Aberration on J2000 axes (see test_apparent.cpp).
@@ -52,9 +47,8 @@ Ad At(const Reference::Row &row, const char *column) { return Ad{row.From(column
 
 }  // namespace
 
-// Each system from J2000.0 against ERFA, and every system to every other
-// and back (each passage through a dated or B1950.0 hub leaves the frame
-// bias). The horizon's geometry alone on hand-filled records, both ways.
+// Each system from J2000.0 against ERFA, and every system to every other and back (each passage through a dated or
+// B1950.0 hub leaves the frame bias). The horizon's geometry alone on hand-filled records, both ways.
 TEST(Coordinates, AgainstErfaAndEveryPairRoundTrips) {
     Comparison cmp({{"mean_of_date", 1e-4, "the same IAU 2006 precession: rounding"},
                     {"mean_ecliptic", 1e-4, "the same IAU 2006 precession: rounding"},
@@ -100,8 +94,7 @@ TEST(Coordinates, AgainstErfaAndEveryPairRoundTrips) {
     cmp.Check();
 }
 
-// Same system: the input pointer back, the direction copied as it is;
-// unknown codes mean J2000.0 equatorial.
+// Same system: the input pointer back, the direction copied as it is; unknown codes mean J2000.0 equatorial.
 TEST(Coordinates, SameSystemAndUnknownCodes) {
     const ATime t = HandTime(2455000.5, 23.44, 23.44, nullptr, nullptr, 77.0, 40.0);
     const Ad odd{370.0, 95.0}, in{123.4, -21.5};
@@ -119,15 +112,13 @@ TEST(Coordinates, SameSystemAndUnknownCodes) {
     }
 }
 
-// The J2000.0 ecliptic's anchor, the solstice (elsewhere only round
-// trips); the celestial pole at the latitude due north (azimuth 180).
-TEST(Coordinates, EclipticOfJ2000AndHorizonAnchors) {
+// The J2000.0 ecliptic's anchor, the solstice (elsewhere only round trips; the horizon is anchored by the hd2ae rows
+// above).
+TEST(Coordinates, EclipticOfJ2000Anchor) {
     const ATime t = HandTime(kJ2000, 23.44, 23.44, nullptr, nullptr, 123.0, 35.6);
-    const Ad solstice = Convert(t, 3, Ad{90.0, GetEp(kJ2000)}, 7), pole = Convert(t, 5, Ad{0.0, 90.0}, 1);
-    EXPECT_NEAR(solstice.a, 90.0, 1e-9);
+    const Ad solstice = Convert(t, 3, Ad{90.0, GetEp(kJ2000)}, 7);
+    EXPECT_NEAR(solstice.a, 90.0, 1e-9);  // rounding of one rotation
     EXPECT_NEAR(solstice.d, 0.0, 1e-12);
-    EXPECT_NEAR(pole.a, 180.0, 1e-9);
-    EXPECT_NEAR(pole.d, 35.6, 1e-12);
 }
 
 TEST(PositionAngle, PaDistToAdInvertsAdToPaDist) {
@@ -147,6 +138,5 @@ TEST(PositionAngle, PaDistToAdInvertsAdToPaDist) {
     Ad p;
     const Ad c2{123.0, 80.0};
     PaDistToAd(&c2, 0.0, 20.0, &p);
-    EXPECT_NEAR(p.a, 303.0, 1e-9);
-    EXPECT_NEAR(p.d, 80.0, 1e-9);
+    EXPECT_LT(SepArcsec(p, Ad{303.0, 80.0}), 3.6e-6);  // 1e-9 degree: rounding
 }

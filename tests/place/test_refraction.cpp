@@ -1,10 +1,6 @@
-// Atmospheric refraction: Saemundsson's true-to-apparent and Bennett's
-// apparent-to-true formulas (Meeus, Astronomical Algorithms, ch. 16).
-#include <gtest/gtest.h>
+// Atmospheric refraction: Saemundsson's true-to-apparent and Bennett's apparent-to-true formulas (Meeus, Astronomical
+// Algorithms, ch. 16).
 
-#include <cmath>
-
-#include "kvxlib.h"
 #include "test_support.h"
 
 namespace {
@@ -24,10 +20,9 @@ double Lower(double h) {
 
 }  // namespace
 
-// Zero at the zenith, Meeus's horizon values (to their printed 0.005'),
-// growing toward the horizon. Saemundsson's factor 1.02 (10 C, 1010 hPa),
-// absent from Bennett's: a round trip leaves 1.6-1.96 % above 20 degrees,
-// and the two fits differ by up to 3.7" (at 10 degrees).
+// Zero at the zenith, Meeus's horizon values (to their printed 0.005'), growing toward the horizon. Saemundsson's
+// factor 1.02 (10 C, 1010 hPa), absent from Bennett's: a round trip leaves 1.6-1.96 % above 20 degrees, and the two
+// fits differ by up to 3.7" (at 10 degrees).
 TEST(Refraction, ZenithHorizonMonotonyAndRoundTrip) {
     EXPECT_LT(std::fabs(Lift(90.0) - 90.0) * 60.0, 1e-7);
     EXPECT_LT(std::fabs(Lower(90.0) - 90.0) * 60.0, 1e-7);
@@ -41,8 +36,8 @@ TEST(Refraction, ZenithHorizonMonotonyAndRoundTrip) {
     }
 }
 
-// Within 0.1 degree of the formulas' poles (-5.11, -4.4) the correction is
-// taken at the plain altitude (finite); just outside it jumps.
+// Within 0.1 degree of the formulas' poles (-5.11, -4.4) the correction is taken at the plain altitude (finite); just
+// outside it jumps.
 TEST(Refraction, GuardBandsUseThePlainAltitude) {
     const double tan = std::tan(-5.11 * kvx::test::kDegToRad);
     EXPECT_DOUBLE_EQ(Lift(-5.11), -5.11 + (1.02 / tan + 0.0019279) / 60.0);

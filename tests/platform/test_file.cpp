@@ -1,14 +1,8 @@
-// Byte sources: a span of memory reads as the same bytes in a file do, the
-// line reader splits lines exactly as the C library's fgets, and the DE
-// reader answers from bytes in memory bit for bit as from the file.
-#include <gtest/gtest.h>
+// Byte sources: a span of memory reads as the same bytes in a file do, the line reader splits lines exactly as the C
+// library's fgets, and the DE reader answers from bytes in memory bit for bit as from the file.
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 #include "platform/file.h"
 #include "solar/ephem/jpl_de.h"
@@ -35,11 +29,10 @@ struct TempFile {
     ~TempFile() { fs::remove(path); }
 };
 
-// glibc's fgets is the independent implementation: every call's whole
-// buffer (pre-filled, so bytes past the terminator count too) and its
-// result must match, for the file source and the memory source, with lines
-// that are empty, hold NUL bytes, end without '\n', are longer than the
-// buffer or straddle the file source's 4096-byte read-ahead.
+// glibc's fgets is the independent implementation: every call's whole buffer (pre-filled, so bytes past the
+// terminator count too) and its result must match, for the file source and the memory source, with lines that are
+// empty, hold NUL bytes, end without '\n', are longer than the buffer or straddle the file source's 4096-byte
+// read-ahead.
 TEST(Source, LineReaderSplitsAsFgets) {
     std::string content = std::string("a\n\nhalf\0nul\n", 12) + std::string(5000, 'x') + "\nyz";
     for (int i = 0; i < 300; ++i) content += std::string(i % 17, static_cast<char>('a' + i % 26)) + (i % 5 ? "\n" : "\r\n");
@@ -65,9 +58,8 @@ TEST(Source, LineReaderSplitsAsFgets) {
     }
 }
 
-// The Windows C runtime's text mode, which the readers of text files get
-// there: CR LF reads as LF (also when it is cut by the buffer), a lone CR
-// stays, Ctrl-Z ends the text.
+// The Windows C runtime's text mode, which the readers of text files get there: CR LF reads as LF (also when it is
+// cut by the buffer), a lone CR stays, Ctrl-Z ends the text.
 TEST(Source, TextModeFoldsCrLfAndStopsAtCtrlZ) {
     const std::string text = "ab\r\nc\rd\r\n\r\n\x1a" "after";
     const Source s = MemorySource(text.data(), text.size(), true);
@@ -95,8 +87,8 @@ TEST(Source, MemoryReadsAtTheEndsAsAFile) {
     EXPECT_EQ(kvx::platform::ReadAt(f, 0, nullptr, 0), -1);  // closed
 }
 
-// Every target against two centres at both ends of the excerpt and inside
-// it: the same bits, since both run the same record fetch and evaluation.
+// Every target against two centres at both ends of the excerpt and inside it: the same bits, since both run the same
+// record fetch and evaluation.
 TEST(Source, DeReaderFromMemoryAnswersAsFromTheFile) {
     const std::string path = kvx::test::TestDataPath("de405_2000.bin");
     const std::string bytes = Bytes(path);

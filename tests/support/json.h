@@ -1,6 +1,5 @@
-// A small JSON reader for the CLI tests: kvx --json output parsed into a
-// tree, so a test asks for doc["moon"]["age"] rather than searching text.
-// Malformed text fails the test that parses it and gives a null value.
+// A small JSON reader for the CLI tests: kvx --json output parsed into a tree, so a test asks for doc["moon"]["age"]
+// rather than searching text. Malformed text fails the test that parses it and gives a null value.
 #pragma once
 
 #include <gtest/gtest.h>

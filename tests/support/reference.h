@@ -46,8 +46,8 @@ inline std::vector<std::vector<double>> ReadRows(const std::string &path) {
 inline std::string ReferencePath(const char *name) { return std::string(KVX_REFERENCE_DIR) + "/" + name; }
 inline std::string TestDataPath(const char *name) { return std::string(KVX_TEST_DATA_DIR) + "/" + name; }
 
-// A reference file with named columns. Rows shorter than the column list
-// fail the test (a truncated or misformatted file).
+// A reference file with named columns. Rows shorter than the column list fail the test (a truncated or misformatted
+// file).
 class Reference {
 public:
     // One row; it is also its own iterator over the file.
@@ -56,8 +56,7 @@ public:
         Row(const Reference &ref, std::size_t index) : ref_(&ref), index_(index) {}
         double operator[](std::string_view column) const { return ref_->rows_[index_][ref_->Column(column)]; }
         double at(std::size_t k) const { return ref_->rows_[index_].at(k); }
-        // The numbers from a column on, for vectors and matrices stored in
-        // consecutive columns.
+        // The numbers from a column on, for vectors and matrices stored in consecutive columns.
         const double *From(std::string_view column) const { return &ref_->rows_[index_][ref_->Column(column)]; }
         // "row 17 (jde=2451545.5)": the row number and its first column.
         std::string Label() const {
@@ -103,8 +102,7 @@ private:
     std::vector<std::vector<double>> rows_;
 };
 
-// A bound on one measured quantity and why it is that large (theory,
-// required algorithm or reference precision).
+// A bound on one measured quantity and why it is that large (theory, required algorithm or reference precision).
 struct Bound {
     std::string quantity;
     double limit;
@@ -117,8 +115,7 @@ public:
     explicit Comparison(std::vector<Bound> bounds) : bounds_(std::move(bounds)) {
         for (const auto &b : bounds_) worst_[b.quantity] = Worst{};
     }
-    // Adds |error| for a quantity; a NaN error counts as a failure. The
-    // label names the row in the failure message.
+    // Adds |error| for a quantity; a NaN error counts as a failure. The label names the row in the failure message.
     void Add(std::string_view quantity, double error, const std::string &label) {
         Update(quantity, error, [&] { return label; });
     }
@@ -129,8 +126,8 @@ public:
     void Skip() { ++skipped_; }
     int Skipped() const { return skipped_; }
 
-    // Every quantity was measured at least once and stays within its bound.
-    // The measured worst values are printed once, for closing notes.
+    // Every quantity was measured at least once and stays within its bound. The measured worst values are printed
+    // once, for closing notes.
     void Check() const {
         for (const auto &b : bounds_) {
             const Worst &w = worst_.at(b.quantity);

@@ -1,17 +1,12 @@
-// The body routines and readers from eight threads give one thread's bits:
-// without data files and with each (JPL DE, moon.xyz, planet.xyz from file
-// and memory). Run under ThreadSanitizer by make check-tsan.
-#include <gtest/gtest.h>
+// The body routines and readers from eight threads give one thread's bits: without data files and with each (JPL DE,
+// moon.xyz, planet.xyz from file and memory). Run under ThreadSanitizer by make check-tsan.
 
 #include <array>
 #include <atomic>
-#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <thread>
-#include <vector>
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
 #include "solar/ephem/planet_xyz.h"
@@ -24,8 +19,8 @@ using kvx::test::TestDataPath;
 constexpr int kThreads = 8;
 constexpr int kPasses = 4;
 
-// f(k), k < n, on one thread, then on kThreads threads started together,
-// each from its own k (different records at once): how many differ.
+// f(k), k < n, on one thread, then on kThreads threads started together, each from its own k (different records at
+// once): how many differ.
 template <class T, class F>
 int Differing(int n, F f) {
     std::vector<T> single(n);
@@ -46,18 +41,14 @@ int Differing(int n, F f) {
     return differing.load();
 }
 
-// The Sun, Moon and twelve planets for a civil date, bit for bit (ATime's
-// padding after minute left out).
+// The Sun, Moon and twelve planets for a civil date, bit for bit (ATime's padding after minute left out).
 struct Result {
     ATime t;
     BodyPos pos[15];
     bool operator==(const Result &o) const {
-        constexpr size_t from = offsetof(ATime, second);
-        return t.year == o.t.year && t.month == o.t.month && t.day == o.t.day && t.hour == o.t.hour &&
-               t.minute == o.t.minute &&
-               std::memcmp(reinterpret_cast<const char *>(&t) + from, reinterpret_cast<const char *>(&o.t) + from,
-                           sizeof(ATime) - from) == 0 &&
-               std::memcmp(pos, o.pos, sizeof pos) == 0;
+        constexpr size_t from = offsetof(ATime, second), head = offsetof(ATime, minute) + sizeof t.minute;
+        const auto *a = reinterpret_cast<const char *>(&t), *b = reinterpret_cast<const char *>(&o.t);
+        return !std::memcmp(a, b, head) && !std::memcmp(a + from, b + from, sizeof(ATime) - from) && !std::memcmp(pos, o.pos, sizeof pos);
     }
 };
 

@@ -1,10 +1,7 @@
 // Nutation: the truncated IAU 1980 series against ERFA's nut80; the matrix.
-#include <gtest/gtest.h>
 
-#include <cmath>
 #include <tuple>
 
-#include "kvxlib.h"
 #include "test_support.h"
 
 using namespace kvx::test;
@@ -35,9 +32,8 @@ TEST(Nutation, SeriesMatchesTheFullIau1980SeriesOfErfaFrom1600To2400) {
     }
 }
 
-// The mean equinox is (cos dpsi, cos e sin dpsi, sin e sin dpsi) in the true
-// frame (e: true obliquity); the ecliptic pole (0, -sin eps, cos eps) of the
-// mean equator is (0, -sin e, cos e) of the true one.
+// The mean equinox is (cos dpsi, cos e sin dpsi, sin e sin dpsi) in the true frame (e: true obliquity); the ecliptic
+// pole (0, -sin eps, cos eps) of the mean equator is (0, -sin e, cos e) of the true one.
 TEST(Nutation, MatrixTakesTheMeanEquinoxToTheTrueOne) {
     const double nut[2] = {-13.9236 / 3600.0, -5.7745 / 3600.0}, eps = 23.4392794444;
     double n[9];

@@ -1,31 +1,16 @@
-// Precession against ERFA's IAU 2006 pmat06; the rules around J2000.0 and
-// for early start epochs; continuity of the 50"-per-year extension.
-#include <gtest/gtest.h>
+// Precession against ERFA's IAU 2006 pmat06; the rules around J2000.0 and for early start epochs; continuity of the
+// 50"-per-year extension.
 
 #include <algorithm>
-#include <cmath>
 
-#include "kvxlib.h"
 #include "test_support.h"
 #include "time/precession.h"
 
 namespace {
 
-constexpr double kJ2000 = 2451545.0;
+using namespace kvx::test;
 
-double MaxDiff(const double a[9], const double b[9]) {
-    double d = 0.0;
-    for (int k = 0; k < 9; ++k) d = std::fmax(d, std::fabs(a[k] - b[k]));
-    return d;
-}
-double FromIdentity(const double m[9]) {
-    double one[9];
-    UnitMatrix(one);
-    return MaxDiff(m, one);
-}
-
-// The obliquity's IAU 2006 coefficients rounded in degrees: how far the
-// matrix may depart from ERFA's at t centuries.
+// The obliquity's IAU 2006 coefficients rounded in degrees: how far the matrix may depart from ERFA's at t centuries.
 double ObliquityRoundingBoundRad(double t) {
     const double a = std::fabs(t);
     const double deg = std::fabs(84381.406 / 3600.0 - 23.4392794444) + std::fabs(46.836769 / 3600.0 - 0.01301021361) * a +
@@ -50,8 +35,8 @@ TEST(Precession, FromJ2000IsTheIau2006BiasPrecessionMatrixOfErfa) {
     cmp.Check();
 }
 
-// Equal epochs give exactly the identity; a start before -30 centuries is
-// the inverse of the other way round; two dates compose through J2000.0.
+// Equal epochs give exactly the identity; a start before -30 centuries is the inverse of the other way round; two
+// dates compose through J2000.0.
 TEST(Precession, IdentityInverseAndComposition) {
     for (double jd : {kJ2000, 0.0, 1000000.5, 2460000.25, 1e7, -3e6}) {
         double m[9];

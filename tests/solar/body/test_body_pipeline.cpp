@@ -1,12 +1,9 @@
 // The shared body steps: light time, the head, the magnitude slot.
-#include <gtest/gtest.h>
+#include "test_support.h"
 
-#include <cmath>
 #include <limits>
 
-#include "kvxlib.h"
 #include "solar/body/body_pipeline.h"
-#include "support/angles.h"
 
 namespace {
 

@@ -1,8 +1,5 @@
-// Lunar eclipses against Swiss Ephemeris' search (swe_lun_eclipse_when,
-// JPL files; tests/reference/eclipses_swe.c).
-#include <gtest/gtest.h>
+// Lunar eclipses against Swiss Ephemeris' search (swe_lun_eclipse_when, JPL files; tests/reference/eclipses_swe.c).
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "test_support.h"
 
@@ -12,8 +9,8 @@ namespace {
 
 const std::vector<std::string> kColumns = {"type", "max", "p1", "u1", "u2", "u3", "u4", "p4", "umag", "pmag", "gamma"};
 
-// Adds the errors of one eclipse; contacts within `minSemiDuration` days of
-// greatest eclipse (grazing: the limb runs along the shadow's edge) are skipped.
+// Adds the errors of one eclipse; contacts within `minSemiDuration` days of greatest eclipse (grazing: the limb runs
+// along the shadow's edge) are skipped.
 void Compare(const LunarEclipse &e, const Reference::Row &row, double minSemiDuration, Comparison &cmp) {
     const double mine[] = {e.jdMax, e.p1, e.u1, e.u2, e.u3, e.u4, e.p4};  // columns 1..7
     for (int i = 0; i < 7; ++i) {
@@ -32,8 +29,8 @@ void Compare(const LunarEclipse &e, const Reference::Row &row, double minSemiDur
 
 }  // namespace
 
-// With the DE405 excerpt as the ephemeris, the four eclipses of 2000-2001
-// (measured: contacts 2.7 s, magnitudes 0.0010, gamma 0.00003).
+// With the DE405 excerpt as the ephemeris, the four eclipses of 2000-2001 (measured: contacts 2.7 s, magnitudes
+// 0.0010, gamma 0.00003).
 TEST(LunarEclipse, WithDe405AgainstSwissEphemeris) {
     ASSERT_TRUE(kvx::jpl::OpenMain(TestDataPath("de405_2000.bin").c_str(), false));
     const Reference ref("eclipses_swe.txt", kColumns);
@@ -51,9 +48,9 @@ TEST(LunarEclipse, WithDe405AgainstSwissEphemeris) {
     cmp.Check();
 }
 
-// Without files, 1900-2100: the lunar theory's 17" and 11" (18" mean offset at full Moon) over 0.5"/s give
-// instants within 1.5 min; grazing contacts (within 40 min of greatest eclipse) are skipped, eclipses whose
-// type the theory's few arcseconds change (magnitudes within 0.005 of 0 or 1) counted.
+// Without files, 1900-2100: the lunar theory's 17" and 11" (18" mean offset at full Moon) over 0.5"/s give instants
+// within 1.5 min; grazing contacts (within 40 min of greatest eclipse) are skipped, eclipses whose type the theory's
+// few arcseconds change (magnitudes within 0.005 of 0 or 1) counted.
 TEST(LunarEclipse, TheoriesAgainstSwissEphemeris1900To2100) {
     const Reference ref("eclipses_swe.txt", kColumns);
     const char *const mag = "the theory's 11\" in latitude and 5\" of parallax (550 km) over the Moon's 1860\" diameter";
@@ -77,8 +74,8 @@ TEST(LunarEclipse, TheoriesAgainstSwissEphemeris1900To2100) {
     cmp.Check();
 }
 
-// The year search returns the eclipses of the year in order (2020: four
-// penumbral), each also found from its full Moon; limits.
+// The year search returns the eclipses of the year in order (2020: four penumbral), each also found from its full
+// Moon; limits.
 TEST(LunarEclipse, YearSearchAndLimits) {
     LunarEclipse list[8];
     ASSERT_EQ(GetLunarEclipses(2020, list, 8), 4);

@@ -1,9 +1,6 @@
-// The JPL DE reader against Swiss Ephemeris reading the same DE405 excerpt
-// (tests/reference/make_jpl_reference.py) and against its lunar file; the
-// reader's edges, "OnMemory", the KQ variant and the Moon position file.
-#include <gtest/gtest.h>
+// The JPL DE reader against Swiss Ephemeris reading the same DE405 excerpt (tests/reference/make_jpl_reference.py)
+// and against its lunar file; the reader's edges, "OnMemory", the KQ variant and the Moon position file.
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
 #include "test_support.h"
@@ -26,9 +23,9 @@ int Eval(Reader *r, double jd, int target, int centre, double pv[6]) {
     return kvx::jpl::Evaluate(r, jd, target, centre, pv, true);
 }
 
-// Every JPL body against the barycentre through the reader, every pair of library codes through the query: the
-// same coefficients summed in double precision agree to a few units of the last place of 40 AU and 0.03 AU/day.
-// The Swiss Ephemeris lunar file, a compression of DE431, differs from DE405 by tens of metres.
+// Every JPL body against the barycentre through the reader, every pair of library codes through the query: the same
+// coefficients summed in double precision agree to a few units of the last place of 40 AU and 0.03 AU/day. The Swiss
+// Ephemeris lunar file, a compression of DE431, differs from DE405 by tens of metres.
 TEST(JplDeReader, AgreesWithSwissEphemerisOnEveryBodyAndPair) {
     ReaderPtr de(kDe);
     ASSERT_NE(de.r, nullptr);
@@ -116,31 +113,29 @@ TEST(JplDeReader, KqFileGivesTheSameValuesAsTheDeFile) {
     ReaderPtr de(kDe);
     ASSERT_NE(kq.r, nullptr);
     EXPECT_TRUE(kq.r->deNumber == 405 && kq.r->endJd == kStart + 64.0) << kq.r->endJd;
-    for (double jd : {kStart, kStart + 17.25, kStart + 32.0, kStart + 63.9, kStart + 64.0}) {
+    for (double jd : {kStart, kStart + 17.25, kStart + 32.0, kStart + 63.9, kStart + 64.0})
         for (int t : {1, 3, 10, 11, 14, 15}) {
             if (jd == kq.r->endJd && t != 3) continue;
             double a[6], b[6];
             ASSERT_EQ(Eval(kq.r, jd, t, t == 3 ? 11 : 3, a), 0);
             ASSERT_EQ(Eval(de.r, jd, t, t == 3 ? 11 : 3, b), 0);
-            // The same coefficients, bit for bit; at its end the KQ file takes its last record
-            // at fraction 1, the DE file the next at 0 (the Earth's continuity: 6e-17 AU measured).
+            // The same coefficients, bit for bit; at its end the KQ file takes its last record at fraction 1, the DE
+            // file the next at 0 (the Earth's continuity: 6e-17 AU measured).
             for (int i = 0; i < 6; ++i) EXPECT_NEAR(a[i], b[i], jd == kq.r->endJd ? 2.2e-16 : 0.0) << jd << " " << t;
         }
-    }
 }
 
 TEST(JplDeReader, MoonFileHoldsTheMoonEarthAndSunOfTheDeFile) {
     ASSERT_EQ(kvx::jpl::LoadMoonFile(TestDataPath("moon.xyz").c_str()), 1);
     EXPECT_EQ(IsValidMoonXyzFile(), 1);
     ReaderPtr de(kDe);
-    for (double jd : {2451568.5, 2451600.123, 2451700.0, 2451728.4}) {
+    for (double jd : {2451568.5, 2451600.123, 2451700.0, 2451728.4})
         for (auto [t, c] : {std::pair{10, 3}, {3, 11}, {10, 11}}) {
             double p[3], v[3], pv[6];
             ASSERT_EQ(kvx::jpl::MoonQuery(t, jd, c, p, v), 1) << jd;
             ASSERT_EQ(Eval(de.r, jd, t, c, pv), 0);
             for (int i = 0; i < 3; ++i) EXPECT_TRUE(p[i] == pv[i] && v[i] == pv[3 + i]) << jd << " " << t;
         }
-    }
     double p[3];
     // Not in it: Jupiter, the nutations, a date before its range.
     EXPECT_EQ(kvx::jpl::MoonQuery(5, 2451600.0, 11, p, nullptr) + kvx::jpl::MoonQuery(14, 2451600.0, 3, p, nullptr) +

@@ -1,6 +1,5 @@
 // The JPL DE reader on the hostile corpus (tools/make_hostile_fixtures.py): a file opens or prints exactly one
 // of the opener's lines; queries on the ones that open never crash and print only the reader's lines.
-#include <gtest/gtest.h>
 
 #include <regex>
 

@@ -1,9 +1,8 @@
-// The planet position file: interpolation, block ends, OnMemory, malformed chains.
-#include <gtest/gtest.h>
+// The planet position file: interpolation, block ends, malformed chains ("OnMemory" reads through the byte
+// sources of tests/platform and is checked by the start-up scenarios and the threads test).
 
 #include <filesystem>
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/planet_xyz.h"
 #include "test_support.h"
@@ -60,9 +59,8 @@ TEST(PlanetXyz, InterpolationStaysWithinOneNanoAuOfTheDeFile) {
     kvx::jpl::Close(de);
 }
 
-// Which ten rows interpolate: spike at row 10 (step 2): steps i = 0..4 use
-// rows 0..9 (exactly 0), i = 5 rows 1..10. Spike at row 19 of 30: i = 23
-// uses rows 19..28, from i = 24 rows 20..29. A tabulated date gives its row.
+// Which ten rows interpolate: spike at row 10 (step 2): steps i = 0..4 use rows 0..9 (exactly 0), i = 5 rows 1..10.
+// Spike at row 19 of 30: i = 23 uses rows 19..28, from i = 24 rows 20..29. A tabulated date gives its row.
 TEST(PlanetXyz, TenRowWindowAtTheEndsOfABlock) {
     const struct { int spike; double jd; bool seesSpike; } cases[] = {{10, 100.5, false}, {10, 103.0, false}, {10, 107.9, false}, {10, 109.9, false},
                  {10, 110.5, true},  {19, 23.5, true},   {19, 24.5, false},  {19, 25.5, false}, {19, 28.9, false}};
@@ -78,21 +76,6 @@ TEST(PlanetXyz, TenRowWindowAtTheEndsOfABlock) {
     double p[3], v[3];
     ASSERT_EQ(px::Lookup(-3, 120.0, p, v), 1);
     EXPECT_TRUE(p[0] == 1.0 && p[1] == 2.0 && v[0] == 0.5 && v[2] == 10.0);
-}
-
-TEST(PlanetXyz, OnMemoryClosesTheFileButKeepsAnswering) {
-    double direct[3], fromImage[3], v[3];
-    {
-        Opened f(kPlanet, false);
-        ASSERT_EQ(px::Lookup(5, 2451789.3, direct, nullptr), 1);
-    }
-    Opened f(kPlanet, true);
-    ASSERT_EQ(f.ok, 1);
-    EXPECT_EQ(IsValidPlanetXyzFile(), 0);  // the file is closed
-    ASSERT_EQ(px::Lookup(5, 2451789.3, fromImage, v), 1);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(direct[i], fromImage[i]);
-    px::Release();
-    EXPECT_EQ(px::Lookup(5, 2451789.3, fromImage, v), 0);
 }
 
 TEST(PlanetXyz, MalformedChainsAreRefusedWhole) {
@@ -113,8 +96,8 @@ TEST(PlanetXyz, MalformedChainsAreRefusedWhole) {
     for (int code : {-3, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}) EXPECT_EQ(px::Range(code, &first, &last), 1) << code;
 }
 
-// Lookups answer only where the block and its rows exist; otherwise the
-// output is untouched. Cut blocks fail only the lookups that need missing rows.
+// Lookups answer only where the block and its rows exist; otherwise the output is untouched. Cut blocks fail only the
+// lookups that need missing rows.
 TEST(PlanetXyz, LookupsAnswerOnlyWhereRowsExist) {
     const struct { const char *name; int body; double jd; int found; } cases[] = {
         {"planet.xyz", -3, 2451536.4, 0},  // before the block

@@ -1,7 +1,5 @@
 // The Moon from the DE405 excerpt and from the Moon position file made from it, against the Swiss Ephemeris.
-#include <gtest/gtest.h>
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
 #include "test_support.h"

@@ -1,6 +1,5 @@
 // Librations and the axis angle of the Moon against Meeus' worked example
 // and against an independent implementation of the same theory.
-#include <gtest/gtest.h>
 
 #include <algorithm>
 

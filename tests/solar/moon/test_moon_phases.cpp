@@ -1,11 +1,8 @@
-// The phase series, the Moon's age and the phases of a month against the
-// instants of Swiss Ephemeris' apparent elongations 0, 90, 180, 270 degrees
-// (tests/reference/moon_swe.c: JPL files 1900-2100, Moshier before 1150 BC).
-#include <gtest/gtest.h>
+// The phase series, the Moon's age and the phases of a month against the instants of Swiss Ephemeris' apparent
+// elongations 0, 90, 180, 270 degrees (tests/reference/moon_swe.c: JPL files 1900-2100, Moshier before 1150 BC).
 
 #include <algorithm>
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "test_support.h"
 
@@ -35,9 +32,9 @@ struct PhaseList {
     }
 };
 
-// The phases of every month ym0..ym1 (year x 12 + month - 1) in zone tz lie in their month, in order; each
-// instant (as dynamical time or as it is) is compared, in `unit` seconds, with the reference's nearest of that
-// phase. A month without phases is a skip. Returns the number compared.
+// The phases of every month ym0..ym1 (year x 12 + month - 1) in zone tz lie in their month, in order; each instant
+// (as dynamical time or as it is) is compared, in `unit` seconds, with the reference's nearest of that phase. A month
+// without phases is a skip. Returns the number compared.
 int CompareMonths(int ym0, int ym1, double tz, const PhaseList &ref, bool dynamical, double unit, Comparison &cmp) {
     int compared = 0;
     for (int ym = ym0; ym <= ym1; ++ym) {
@@ -79,15 +76,14 @@ TEST(MoonPhaseSeries, AgainstSwissEphemeris1900To2100) {
         previous = nm;
     }
     cmp.Check();
-    // Meeus, Astronomical Algorithms, 2nd ed., examples 49.a and 49.b (its
-    // mean-phase constants differ by about a second from the first edition's).
+    // Meeus, Astronomical Algorithms, 2nd ed., examples 49.a and 49.b (its mean-phase constants differ by about a
+    // second from the first edition's).
     EXPECT_NEAR(GetNewMoonJd2000(-283.0), 2443192.65118, 2.0 / 86400.0);
     EXPECT_NEAR(GetNewMoonJd2000(544.75), 2467636.49186, 2.0 / 86400.0);
 }
 
-// A fraction of k that is no quarter gives the new-Moon series, running on
-// smoothly; within 1e-6 of a quarter the quarter series is used, beyond it
-// the new-Moon corrections (-0.407 sin M' against -0.628 sin M' and W) jump.
+// A fraction of k that is no quarter gives the new-Moon series, running on smoothly; within 1e-6 of a quarter the
+// quarter series is used, beyond it the new-Moon corrections (-0.407 sin M' against -0.628 sin M' and W) jump.
 TEST(MoonPhaseSeries, FractionSelectsTheSeries) {
     const double synodic = 29.530588853;
     double maxJump = 0;
@@ -113,8 +109,8 @@ TEST(MoonAge, OutsideTheSeriesRangeFromTheRecords) {
     }
 }
 
-// Every month of 1900-2100 in zone +9 h, in dynamical time through the library's own Delta T. The theory's
-// Delta T counted twice and its nutation (up to 118" in longitude) at 0.5" per second make up to 269 s.
+// Every month of 1900-2100 in zone +9 h, in dynamical time through the library's own Delta T. The theory's Delta T
+// counted twice and its nutation (up to 118" in longitude) at 0.5" per second make up to 269 s.
 TEST(MoonPhases, EveryMonthAgainstSwissEphemeris1900To2100) {
     Comparison cmp({{"instant", 280.0, "seconds: the Moon theory's Delta T counted twice and nutation"}});
     const PhaseList modern("moon_swe_phases.txt");
@@ -133,29 +129,19 @@ TEST(MoonPhases, WithTheDe405ExcerptAgreeWithinASecond) {
     cmp.Check();
 }
 
-// January 2018 has two full Moons; max 1 gives the first phase only. The new Moon of 2024 December 1, 06:21 UT,
-// opens December at 0 h but closes November at -8 h.
-TEST(MoonPhases, LimitAndZone) {
-    auto phases = [](int year, int month, double tz, MoonPhase *out, int max = 6) {
-        const ADate d{year, month, 1, 0, 0, 0.0, tz};
-        return GetMoonPhases(&d, out, max);
-    };
+// January 2018 has two full Moons (five phases); max 1 gives the first only. The zone is covered by the monthly
+// comparison above (+9 h: every reference phase in its local month, once).
+TEST(MoonPhases, Limit) {
+    const ADate jan{2018, 1, 1, 0, 0, 0.0, 0.0};
     MoonPhase out[6], one[1];
-    ASSERT_EQ(phases(2018, 1, 0.0, out), 5);
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(out[i].phase, (2 + i) % 4);
-    ASSERT_EQ(phases(2018, 1, 0.0, one, 1), 1);
+    ASSERT_EQ(GetMoonPhases(&jan, out, 6), 5);
+    ASSERT_EQ(GetMoonPhases(&jan, one, 1), 1);
     EXPECT_EQ(one[0].jd, out[0].jd);
-    EXPECT_EQ(phases(2018, 1, 0.0, out, 0), 0);
-    MoonPhase dec0[6], decW[6], novW[6];
-    const int n0 = phases(2024, 12, 0.0, dec0), nW = phases(2024, 12, -8.0, decW), nNov = phases(2024, 11, -8.0, novW);
-    ASSERT_TRUE(n0 > 0 && nW > 0 && nNov > 0);
-    EXPECT_TRUE(dec0[0].phase == 0 && decW[0].phase == 1 && nW == n0 - 1) << n0 << " " << nW;
-    EXPECT_NEAR(dec0[0].jd, 2460645.7646, 0.01);
-    EXPECT_EQ(novW[nNov - 1].jd, dec0[0].jd);
+    EXPECT_EQ(GetMoonPhases(&jan, out, 0), 0);
 }
 
-// Before the series' range: daily samples of the theory, universal time as it is (4.84 h measured). A month
-// whose search starts at a crossing in the four days before it returns nothing: counted.
+// Before the series' range: daily samples of the theory, universal time as it is (4.84 h measured). A month whose
+// search starts at a crossing in the four days before it returns nothing: counted.
 TEST(MoonPhases, OutsideTheSeriesRange) {
     const PhaseList ancient("moon_swe_phases_ancient.txt");
     ASSERT_EQ(ancient.jde.size(), 100u);
@@ -166,11 +152,4 @@ TEST(MoonPhases, OutsideTheSeriesRange) {
     CompareMonths(first.year * 12 + first.month - 1, last.year * 12 + last.month - 1, 0.0, ancient, false, 3600.0, cmp);
     cmp.Check();
     EXPECT_EQ(cmp.Skipped(), 12);  // of 22 months
-    // The new Moon of -1154 May 30 stays in May; June returns nothing.
-    MoonPhase out[6];
-    const ADate may{-1154, 5, 1, 0, 0, 0.0, 0.0}, june{-1154, 6, 1, 0, 0, 0.0, 0.0};
-    ASSERT_EQ(GetMoonPhases(&may, out, 6), 5);
-    EXPECT_EQ(out[4].phase, 0);
-    EXPECT_GT(out[4].jd, GetJd(&june) - 4.0);
-    EXPECT_EQ(GetMoonPhases(&june, out, 6), 0);
 }

@@ -1,8 +1,6 @@
 // Orbital-element routines: Standish's mean elements and the conversion from position and velocity to elements
 // against Swiss Ephemeris (DE431), and the orbit points for drawing.
-#include <gtest/gtest.h>
 
-#include "kvxlib.h"
 #include "math/constants.h"
 #include "test_support.h"
 
@@ -18,10 +16,9 @@ void EclToEq(const double in[3], double out[3]) {
     out[2] = std::sin(eps) * y + std::cos(eps) * z;
 }
 
-// Heliocentric J2000.0 states, nine bodies every half year. Standish's mean elements (geocentric RA errors:
-// Mars 100", Jupiter 600", Saturn 1000") reach 1.8 times those (measured 35.5", 24.7", 31.3", 179", 655",
-// 1262", 671", 343", 228"). Osculating elements give the state back and follow the planet half a year (Venus
-// 52"), not the Earth, whose monthly motion about the barycentre spoils its mean motion.
+// Heliocentric J2000.0 states, nine bodies every half year. Standish's mean elements reach 1.8 times his geocentric
+// RA errors (Mars 100", Jupiter 600", Saturn 1000"). Osculating elements give the state back and follow the planet
+// half a year, not the Earth, whose monthly motion about the barycentre spoils its mean motion.
 TEST(OrbitElements, MeanAndOsculatingElementsAgainstSwissEphemeris1900To2100) {
     const Reference ref("planets_swe_helio.txt", {"jde", "code", "x", "y", "z", "vx", "vy", "vz"});
     std::vector<Bound> bounds = {{"epoch_au", 1e-12 * 50.0, "relative 1e-12 at Pluto's distance"},

@@ -1,8 +1,6 @@
-// Physical ephemeris of the planets against Astronomy Engine, astronomia (Meeus' reductions) and PyEphem; the
-// Mallama & Hilton magnitudes against Skyfield's port of the authors' program and Swiss Ephemeris.
-#include <gtest/gtest.h>
+// Physical ephemeris of the planets against Astronomy Engine, astronomia (Meeus' reductions) and PyEphem; the Mallama
+// & Hilton magnitudes against Skyfield's port of the authors' program and Swiss Ephemeris.
 
-#include "kvxlib.h"
 #include "solar/planet/physical.h"
 #include "test_support.h"
 
@@ -37,9 +35,8 @@ TEST(PlanetPhysical, PolesAndPrimeMeridiansMatchAstronomyEngine) {
     EXPECT_EQ(pole[0], 7.0);  // untouched
 }
 
-// Meeus reduces VSOP87 with older poles (IAU 1991 Mars, his own Jupiter and
-// ring plane); the library places Mars and Saturn by mean elements (180" and
-// 1260"). Jupiter's meridians with Meeus' correction for phase added.
+// Meeus reduces VSOP87 with older poles (IAU 1991 Mars, his own Jupiter and ring plane); the library places Mars and
+// Saturn by mean elements (180" and 1260"). Jupiter's meridians with Meeus' correction for phase added.
 TEST(PlanetPhysical, MarsJupiterSaturnMatchMeeusReductions) {
     const Reference ref("physical_astronomia.txt", {"jde", "code", "a1", "a2", "a3", "a4", "a5", "a6"});
     Comparison cmp({{"mars_deg", 0.05, "pole models and Mars' mean elements (DE, DS, P)"},
@@ -113,9 +110,9 @@ TEST(PlanetMagMH, FormulaeMatchSkyfield) {
     EXPECT_EQ(m, 99.0);
 }
 
-// Swiss Ephemeris 2.10 from DE431: phase angles differ by the built-in positions; its readings differ near
-// Saturn's ring-plane crossings, for Uranus (sub-latitudes not of the IAU pole: 0.05 mag through 0.00084
-// mag/deg) and near Neptune's 1.9 deg limit; Pluto has no formula.
+// Swiss Ephemeris 2.10 from DE431: phase angles differ by the built-in positions; its readings differ near Saturn's
+// ring-plane crossings, for Uranus (sub-latitudes not of the IAU pole: 0.05 mag through 0.00084 mag/deg) and near
+// Neptune's 1.9 deg limit; Pluto has no formula.
 TEST(PlanetMagMH, WholePipelineMatchesSwissEphemeris) {
     const Reference ref("physical_swe.txt", {"jd", "code", "i", "fraction", "mag"});
     const double phase[8] = {0.01, 0.01, 0.08, 0.01, 0.05, 0.02, 0.01, 0.01};

@@ -1,10 +1,7 @@
-// CalcPlanet and its helpers: places and magnitudes against Swiss Ephemeris,
-// the phase and the reduced magnitude.
-#include <gtest/gtest.h>
+// CalcPlanet and its helpers: places and magnitudes against Swiss Ephemeris, the phase and the reduced magnitude.
 
 #include <cstring>
 
-#include "kvxlib.h"
 #include "solar/planet/planet.h"
 #include "solar/planet/planet_series.h"
 #include "test_support.h"
@@ -17,8 +14,8 @@ constexpr double kJd1800 = 2378496.5, kJd2200 = 2524593.5;
 
 std::string Q(const char *what, int code) { return std::string(what) + "_" + std::to_string(code); }
 
-// The series serve strictly inside 2086307.5 < jde < 2816787.5. CalcPlanetLbr
-// gives the series' own place of date up to the frame bias (0.023").
+// The series serve strictly inside 2086307.5 < jde < 2816787.5. CalcPlanetLbr gives the series' own place of date up
+// to the frame bias (0.023").
 TEST(PlanetSeries, UsedStrictlyInsideTheRange) {
     for (int code : {0, 1, 3}) {
         for (double jde : {kvx::planet::kSeriesFirstJd + 1e-6, 2451545.0, kvx::planet::kSeriesFirstJd,
@@ -81,8 +78,8 @@ TEST(CalcPlanet, SeriesAndBuiltInSourcesAgainstSwissEphemeris) {
         cmp.Add(Q("astrometric", code), astrometric, row);
         if (code == 9 && std::fabs(row["jde"] - 2455100.5) < 366.0) cmp.Add("ceres_near_epoch", astrometric, row);
         if (code != 0 && code != 3 && code != 4) continue;
-        // The ring term jumps by 7.7 magnitudes where the heliocentric and
-        // geocentric longitudes straddle 90 degrees from the node: counted.
+        // The ring term jumps by 7.7 magnitudes where the heliocentric and geocentric longitudes straddle 90 degrees
+        // from the node: counted.
         if (code == 4 && std::fabs(p.f[35] - row["mag"]) > 2.0) {
             cmp.Skip();
             continue;
@@ -114,8 +111,8 @@ TEST(GetPhase, FullNewAndQuarter) {
     const struct { double sunRa, sunDec, ra, dec, dist, fraction, limb; } cases[] = {
         {10, 5, 190, -5, 4.0, 1.0, NAN},  // opposite the Sun, far away: fully lit
         {10, 5, 10, 5, 0.3, 0.0, NAN},    // between the Earth and the Sun: dark
-        // 90 degrees east of the Sun on the equator, at 1 AU: phase angle 45
-        // degrees; the bright limb points west (-90).
+        // 90 degrees east of the Sun on the equator, at 1 AU: phase angle 45 degrees; the bright limb points west
+        // (-90).
         {0, 0, 90, 0, 1.0, (1.0 + std::sqrt(0.5)) / 2.0, -90.0},
     };
     for (const auto &c : cases) {
@@ -128,8 +125,8 @@ TEST(GetPhase, FullNewAndQuarter) {
     }
 }
 
-// The reduced law takes R, not R squared, in its phase angle: for Jupiter at 5 AU beyond the Sun from an Earth
-// at 0.9 AU the angle is 3.165 degrees where R squared gives 0. Values computed by hand to 1e-12 (rounding).
+// The reduced law takes R, not R squared, in its phase angle: for Jupiter at 5 AU beyond the Sun from an Earth at 0.9
+// AU the angle is 3.165 degrees where R squared gives 0. Values computed by hand to 1e-12 (rounding).
 TEST(GetPlanetMag, ReducedLawUsesRNotRSquared) {
     const double h[3] = {5.0, 0.0, 0.0}, e[3] = {-0.9, 0.0, 0.0};
     EXPECT_NEAR(GetPlanetMag(3, h, e), -2.0350643958553616, 1e-12);

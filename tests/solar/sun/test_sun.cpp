@@ -1,8 +1,6 @@
 // The Sun: the analytic theories against Swiss Ephemeris (DE431 for 1900-2100, Moshier's ephemeris back to
 // -2000; tests/reference/sun_swe.c) and PyEphem (VSOP87, 3000-4000); CalcSun against Meeus' worked example.
-#include <gtest/gtest.h>
 
-#include "kvxlib.h"
 #include "solar/sun/sun.h"
 #include "solar/sun/sun_theory.h"
 #include "test_support.h"

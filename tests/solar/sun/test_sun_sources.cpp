@@ -1,9 +1,6 @@
-// The data-file sources of the Sun and the planets: the DE405 excerpt
-// against Swiss Ephemeris (DE431), the planet position file and its 50-day
-// blend into the theory, and the two-body extrapolation past the file's ends.
-#include <gtest/gtest.h>
+// The data-file sources of the Sun and the planets: the DE405 excerpt against Swiss Ephemeris (DE431), the planet
+// position file and its 50-day blend into the theory, and the two-body extrapolation past the file's ends.
 
-#include "kvxlib.h"
 #include "solar/ephem/jpl_de.h"
 #include "solar/ephem/jpl_query.h"
 #include "solar/ephem/planet_xyz.h"
@@ -27,8 +24,7 @@ struct Files {
     }
 };
 
-// With the DE405 excerpt every DE body lies within 0.1" of Swiss Ephemeris
-// (no light deflection in the reference).
+// With the DE405 excerpt every DE body lies within 0.1" of Swiss Ephemeris (no light deflection in the reference).
 TEST(SunAndPlanetsFromDe, WithinATenthOfAnArcsecondOfSwissEphemeris) {
     Files files(true, false);
     ASSERT_NE(kvx::jpl::MainHandle(), nullptr);
@@ -65,8 +61,8 @@ TEST(SunFromPlanetFile, BlendsIntoTheTheoryOverFiftyDays) {
     }
 }
 
-// Past the end of the position file a planet follows the osculating orbit of the file's last state: within 0.5"
-// for ten days, 40" for 200, and better than the mean elements for the bodies without an analytic series.
+// Past the end of the position file a planet follows the osculating orbit of the file's last state: within 0.5" for
+// ten days, 40" for 200, and better than the mean elements for the bodies without an analytic series.
 TEST(PlanetDispatcher, ExtrapolatesPastTheFileWithTwoBodyMotion) {
     int checked = 0;
     for (const auto &r : Reference("planets_swe_helio.txt", {"jde", "code", "x", "y", "z"})) {
