@@ -144,24 +144,12 @@ int OldToNew(ADate old, ADate *civil) { return Calender_OldToNew(&old, civil); }
 using Ymd = std::array<int, 3>;
 Ymd YmdOf(const ADate &d) { return {d.year, d.month, d.day}; }
 
-// Conversions and return values: December reads the next key year's table, January belongs to the last old
-// year, leap months are negative; 2033's lunation of 22 November holds 240 and 270 degrees (month 11), the
-// next, without a principal term, is leap 11.
+// Conversions and return values (the cases of tests/data/expected/lunisolar_conversions.txt), back again.
 TEST(LunisolarCalendar, ConversionsAcrossKeyYearsAndLeapMonths) {
-    const struct {
-        ADate civil;
-        int ret;
-        Ymd old;
-    } toOld[] = {
-        {Old(2023, 12, 13), 11, {2023, 11, 1}}, {Old(2024, 1, 15), 2023, {2023, 12, 5}},
-        {Old(2024, 2, 10), 1, {2024, 1, 1}},    {Old(2023, 3, 22), 2, {2023, -2, 1}},
-        {Old(2023, 4, 20), 3, {2023, 3, 1}},    {Old(2033, 12, 22), 11, {2033, -11, 1}},
-        {Old(2033, 12, 21), 11, {2033, 11, 30}},
-    };
-    for (const auto &c : toOld) {
+    for (const auto &c : kvx::test::ExpectedRows("lunisolar_conversions.txt")) {
         ADate old{};
-        EXPECT_EQ(NewToOld(c.civil, &old), c.ret) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
-        EXPECT_EQ(YmdOf(old), c.old) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
+        EXPECT_EQ(NewToOld(Old(c[0], c[1], c[2]), &old), c[3]) << c[0] << "-" << c[1] << "-" << c[2];
+        EXPECT_EQ(YmdOf(old), (Ymd{static_cast<int>(c[4]), static_cast<int>(c[5]), static_cast<int>(c[6])})) << c[0] << "-" << c[1];
     }
     ADate civil{1, 1, 1, 0, 0, 0.0, 0.0};
     EXPECT_EQ(OldToNew(Old(2023, -2, 15), &civil), 5);
