@@ -1,6 +1,5 @@
-// Runs the kvx command line for the CLI tests: exit status, standard output
-// and standard error as it is (kvx keeps the library's load-time lines off
-// the terminal, so a healthy run leaves it empty).
+// Runs the kvx command line for the CLI tests: exit status, standard output and standard error as it is (kvx keeps
+// the library's load-time lines off the terminal, so a healthy run leaves it empty).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -39,8 +38,7 @@ inline std::string ReadWhole(FILE *f) {
 // `env` is an optional prefix of shell variable assignments ("NAME='v' ...").
 inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     const std::string errFile = ::testing::TempDir() + "kvx_stderr_" + std::to_string(getpid()) + ".txt";
-    // The system's zone is Tokyo's, as is the default place, unless the
-    // case sets TZ itself.
+    // The system's zone is Tokyo's, as is the default place, unless the case sets TZ itself.
     const bool setsZone = env.rfind("TZ=", 0) == 0 || env.find(" TZ=") != std::string::npos;
     const std::string zone = setsZone ? "" : "TZ=Asia/Tokyo ";
     const std::string cmd = zone + env + (env.empty() ? "" : " ") + "'" + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
@@ -58,8 +56,7 @@ inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     return r;
 }
 
-// A healthy run (exit status 0, nothing at all on stderr) that prints each
-// of `texts`.
+// A healthy run (exit status 0, nothing at all on stderr) that prints each of `texts`.
 inline KvxResult Ok(const std::string &args, std::initializer_list<const char *> texts = {},
                     const std::string &env = "") {
     const KvxResult r = RunKvx(args, env);

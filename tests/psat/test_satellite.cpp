@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 #include <thread>
+#include <tuple>
 
 #include "kvxlib.h"
 #include "psat/sat_theory.h"
@@ -32,13 +33,9 @@ TEST(SatelliteCatalog, CodesNamesAndTheories) {
         EXPECT_TRUE(SplitSatelliteCode(c[0], &planet, &index) == c[1] && (!c[1] || planet * 1000 + index == c[2] * 1000 + c[3]))
             << c[0];
     EXPECT_EQ(SplitSatelliteCode(-301, nullptr, nullptr), 0);
-    const struct { int planet, index; const char *name; } names[] = {
-        {4, 7, "Hyperion"}, {-3, 1, "Moon"}, {7, 1, "Charon"}, {5, 5, "Miranda"},
-        {5, 6, nullptr},    {8, 1, nullptr}, {-4, 1, nullptr}, {3, 0, nullptr}};
-    for (const auto &c : names) {
-        const char *got = GetSatelliteName(c.planet, c.index);
-        EXPECT_STREQ(got ? got : "-", c.name ? c.name : "-") << c.planet << " " << c.index;
-    }
+    for (const auto &[p, i, name] : {std::tuple{4, 7, "Hyperion"}, {-3, 1, "Moon"}, {7, 1, "Charon"}, {5, 5, "Miranda"},
+                                     {5, 6, "-"}, {8, 1, "-"}, {-4, 1, "-"}, {3, 0, "-"}})  // "-": null
+        EXPECT_STREQ(GetSatelliteName(p, i) ? GetSatelliteName(p, i) : "-", name) << p << " " << i;
     int n = 0;  // 23 theories, every code splitting back
     for (int p = -3; p <= 9; ++p)
         for (int i = -1; i <= 10; ++i) {
@@ -207,9 +204,8 @@ TEST(GetSatelliteOrbit, ElementsReproduceTheOrbit) {
                   GetSatelliteOrbit(NAN, 3, 1, 0, &el), 0);
 }
 
-// L1.2 against astronomy-engine (tests/reference/galilean_astronomy_engine.cjs);
-// Meeus' chapter 46 against astronomia (tests/reference/saturn_moons_astronomia.cjs),
-// on the ecliptic of B1950.0 in the theory's Saturn radii.
+// L1.2 against astronomy-engine (tests/reference/galilean_astronomy_engine.cjs); Meeus' chapter 46 against astronomia
+// (tests/reference/saturn_moons_astronomia.cjs), on the ecliptic of B1950.0 in the theory's Saturn radii.
 TEST(SatelliteTheory, SeriesMatchAstronomyEngineAndAstronomia) {
     Comparison cmp({{"l12_km", 0.005, "same series, frame and element conversion; dates printed to 1e-9 day (Io: 1.5 m)"},
                     {"meeus_radii", 1e-9, "same formulas and constants: rounding only"}});
@@ -254,9 +250,8 @@ TEST(SatelliteTheory, PositionAnglesAgreeWithPyEphem) {
     cmp.Check();
 }
 
-// Published positions (tests/reference/satellites_published.py): IMCCE's
-// numerical models MarsSatV1_0 (Phobos), L1.1 (Io), la06 (Ariel..Oberon), and
-// Charon's offset (km east, north) from the stellar occultation of 2008 June 22.
+// Published positions (tests/reference/satellites_published.py): IMCCE's numerical models MarsSatV1_0 (Phobos), L1.1
+// (Io), la06 (Ariel..Oberon), and Charon's offset (km east, north) from the stellar occultation of 2008 June 22.
 TEST(SatelliteTheory, PublishedPositions) {
     Comparison cmp({
         {"phobos_km", 510.0, "JPL's 1950 mean elements leave out Phobos' tidal acceleration, 0.001237 deg/yr^2 "
