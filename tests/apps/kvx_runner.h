@@ -6,8 +6,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <fstream>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 
 #include "support/json.h"
@@ -21,12 +24,14 @@ struct KvxResult {
     std::string err;  // standard error
     bool Has(const std::string &text) const { return out.find(text) != std::string::npos; }
     Json json() const { return Json::Parse(out); }
-    int ErrLines() const {
-        int n = 0;
-        for (char c : err) n += c == '\n';
-        return n;
-    }
+    int ErrLines() const { return static_cast<int>(std::count(err.begin(), err.end(), '\n')); }
 };
+
+// The whole of a file; empty when it cannot be read.
+inline std::string ReadFile(const std::string &path) {
+    std::ifstream in(path);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 inline std::string ReadWhole(FILE *f) {
     std::string s;
@@ -48,10 +53,7 @@ inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     r.out = ReadWhole(p);
     const int st = pclose(p);
     r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    if (FILE *e = std::fopen(errFile.c_str(), "r")) {
-        r.err = ReadWhole(e);
-        std::fclose(e);
-    }
+    r.err = ReadFile(errFile);
     std::remove(errFile.c_str());
     return r;
 }

@@ -209,13 +209,6 @@ std::map<std::string, int> XmlElements(const std::string &x) {
     return count;
 }
 
-std::string Slurp(const std::string &path) {
-    std::ifstream in(path);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
-
 const char *const kNeowise =
     "comet --T 2459034.1784 --q 0.2946494 --e 0.9991780 --peri 37.27865 --node 61.01042 --incl 128.93750 "
     "--name 'C/2020 F3 & co' --date 2020-07-20T00:00 --tz 0";
@@ -229,7 +222,7 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
     EXPECT_EQ(j["syndynes"][2]["points"][3]["ra_deg"].num(), j["synchrones"][3]["points"][2]["ra_deg"].num());
     // The farthest grain (beta 1, 15 days) makes the tip.
     EXPECT_EQ(j["dust_tail"]["length_deg"].num(), j["syndynes"][2]["points"][3]["separation_deg"].num());
-    const std::string x = Slurp(svg);
+    const std::string x = kvx::test::ReadFile(svg);
     const auto n = XmlElements(x);
     ASSERT_EQ(n.count("error"), 0u) << x.substr(0, 400);
     EXPECT_EQ(n.at("polyline"), 3 + 4 + 2);
@@ -243,7 +236,7 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
 TEST(KvxSvgCli, MoonsPicture) {
     const std::string svg = ::testing::TempDir() + "kvx_moons.svg";
     Ok("moons saturn --date 2024-09-08T00:00 --tz 0 --svg '" + svg + "'");
-    const std::string x = Slurp(svg);
+    const std::string x = kvx::test::ReadFile(svg);
     ASSERT_EQ(XmlElements(x).count("error"), 0u) << x.substr(0, 400);
     EXPECT_EQ(XmlElements(x).at("circle"), 1 + 8);
     for (const char *name : {">Titan<", ">Iapetus<", ">Mimas<", "arcsec"}) EXPECT_NE(x.find(name), std::string::npos) << name;

@@ -80,8 +80,7 @@ TEST(KvxSatCli, PassesInLocalTimeAsTheLibraryFindsThem) {
 // Exit status 2 and one line naming the fault (checksum, a letter in a number, a lone line 1, an unknown
 // name); no days adds the usage line.
 TEST(KvxSatCli, BrokenElementLinesAreNamedInOneLine) {
-    std::ifstream in(kSets);
-    const std::string sets((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string sets = kvx::test::ReadFile(kSets);
     std::string checksum = sets, cols = sets;
     checksum[checksum.find("2927")] = '3';
     cols.replace(cols.find("51.6416"), 7, "51x6416");
