@@ -18,9 +18,7 @@ namespace {
 
 using kvx::test::Reference;
 
-struct Listed {
-    int month, day, weekday, kind;
-};
+struct Listed { int month, day, weekday, kind; };
 
 std::vector<Listed> YearList(int year) {
     Holiday_CheckDay(year, 1, 1);

@@ -21,12 +21,7 @@ using kvx::test::Reference;
 
 // A month by its first civil day; from the Swiss Ephemeris derivation also the new moon's distance from
 // midnight (minutes) and whether UTC+8 gives the same month.
-struct Month {
-    double start;
-    int number;
-    double margin = 0.0;
-    int agreesUtc8 = 0;
-};
+struct Month { double start; int number; double margin = 0.0; int agreesUtc8 = 0; };
 
 // The table of key year K in zone tz, built through a conversion in June.
 std::vector<Month> KeyTable(int key, double tz) {
@@ -55,10 +50,7 @@ int Locate(const std::vector<Month> &months, double jd) {
 }
 
 // Consecutive civil days on which the library and a reference disagree.
-struct Run {
-    double first, last;
-    int libMonth, refMonth;
-};
+struct Run { double first, last; int libMonth, refMonth; };
 
 // Every civil day 1900-01-01 to 2100-11-30 (the key-year 2100 table's last) converted in UTC+9 and compared,
 // on the days `use` accepts, with the reference months.
@@ -66,11 +58,9 @@ std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<
     std::vector<Run> runs;
     const double first = CalcJd(1900, 1, 1), last = CalcJd(2100, 11, 30);
     for (double jd = first; jd <= last; jd += 1.0) {
-        int y, m;
-        double d;
-        JdToDate(jd, &y, &m, &d);
-        const ADate civil{y, m, static_cast<int>(d), 0, 0, 0.0, 9.0};
-        ADate old{0, 0, 0, 0, 0, 0.0, 0.0};
+        ADate civil, old{};
+        JdToDate2(jd, &civil);  // midnight
+        civil.tz = 9.0;
         Calender_NewToOld(&civil, &old);
         const int k = Locate(ref, jd);
         if (k < 0 || (use && !use(jd))) continue;

@@ -19,12 +19,7 @@ using kvx::test::Reference;
 constexpr double kDeg = 3.141592653589793 / 180.0;
 constexpr double kSecPerDay = 86400.0;
 
-struct Case {
-    int body;
-    Observer obs;
-    ADate date;
-    Ad star;
-};
+struct Case { int body; Observer obs; ADate date; Ad star; };
 
 // The search's own place of the body (right ascension, declination).
 Ad Place(const Case &c, double t, bool transitFrame = false) {
