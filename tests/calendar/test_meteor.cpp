@@ -42,7 +42,8 @@ TEST(MeteorLine, AcceptedAndRefusedLines) {
     int n = 0;
     for (std::string line; std::getline(in, line); n += line[0] != '#')
         EXPECT_TRUE(line[0] == '#' || Parses(line.substr(2)) == (line[0] == '1')) << line;
-    EXPECT_EQ(n, 21);
+    EXPECT_EQ(n, 19);
+    EXPECT_FALSE(Parses("") || Parses("   \t\r\n"));  // empty and blank lines
 }
 
 TEST(MeteorCatalogue, SampleFileLoadsEveryShower) {
