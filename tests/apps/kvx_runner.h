@@ -1,14 +1,16 @@
-// Runs the kvx command line for the CLI tests: exit status, standard output
-// and standard error as it is (kvx keeps the library's load-time lines off
-// the terminal, so a healthy run leaves it empty).
+// Runs the kvx command line for the CLI tests: exit status, standard output and standard error as it is (kvx keeps
+// the library's load-time lines off the terminal, so a healthy run leaves it empty).
 #pragma once
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <fstream>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 
 #include "support/json.h"
@@ -22,12 +24,14 @@ struct KvxResult {
     std::string err;  // standard error
     bool Has(const std::string &text) const { return out.find(text) != std::string::npos; }
     Json json() const { return Json::Parse(out); }
-    int ErrLines() const {
-        int n = 0;
-        for (char c : err) n += c == '\n';
-        return n;
-    }
+    int ErrLines() const { return static_cast<int>(std::count(err.begin(), err.end(), '\n')); }
 };
+
+// The whole of a file; empty when it cannot be read.
+inline std::string ReadFile(const std::string &path) {
+    std::ifstream in(path);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
 
 inline std::string ReadWhole(FILE *f) {
     std::string s;
@@ -39,8 +43,7 @@ inline std::string ReadWhole(FILE *f) {
 // `env` is an optional prefix of shell variable assignments ("NAME='v' ...").
 inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     const std::string errFile = ::testing::TempDir() + "kvx_stderr_" + std::to_string(getpid()) + ".txt";
-    // The system's zone is Tokyo's, as is the default place, unless the
-    // case sets TZ itself.
+    // The system's zone is Tokyo's, as is the default place, unless the case sets TZ itself.
     const bool setsZone = env.rfind("TZ=", 0) == 0 || env.find(" TZ=") != std::string::npos;
     const std::string zone = setsZone ? "" : "TZ=Asia/Tokyo ";
     const std::string cmd = zone + env + (env.empty() ? "" : " ") + "'" + KVX_CLI + "' " + args + " 2>'" + errFile + "'";
@@ -50,16 +53,12 @@ inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
     r.out = ReadWhole(p);
     const int st = pclose(p);
     r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
-    if (FILE *e = std::fopen(errFile.c_str(), "r")) {
-        r.err = ReadWhole(e);
-        std::fclose(e);
-    }
+    r.err = ReadFile(errFile);
     std::remove(errFile.c_str());
     return r;
 }
 
-// A healthy run (exit status 0, nothing at all on stderr) that prints each
-// of `texts`.
+// A healthy run (exit status 0, nothing at all on stderr) that prints each of `texts`.
 inline KvxResult Ok(const std::string &args, std::initializer_list<const char *> texts = {},
                     const std::string &env = "") {
     const KvxResult r = RunKvx(args, env);

@@ -94,10 +94,9 @@ TEST(KvxBodiesCli, PhasesOfAMonthAndAYear) {
 }
 
 // Far years, where daily sampling misses phases: every quarter, in order, 5.9-8.7 d apart (the true intervals,
-// Meeus, Astronomical Algorithms, ch. 49, with margin), 49 or 50 a year, and Delta T's uncertainty named.
+// Meeus, Astronomical Algorithms, ch. 49, with margin), 49 or 50 a year.
 TEST(KvxBodiesCli, PhasesOfFarYearsAreComplete) {
     for (const char *year : {"-4000", "5000", "8000"}) {
-        Ok(std::string("phases ") + year + " --tz 0", {"accuracy: Delta T uncertain by about "});
         const Json j = JsonOf(std::string("phases ") + year + " --tz 0 --json");
         const Json &p = j["phases"];
         EXPECT_TRUE(p.size() == 49u || p.size() == 50u) << year << ": " << p.size();
@@ -176,15 +175,10 @@ TEST(KvxMoonsCli, JupiterOffsetsAreTheLibrarys) {
     EXPECT_NEAR(moons[k]["east_arcsec"].num(), east, 0.01);  // flat-sky offset; projections differ < 1e-6" at 3'
 }
 
-// The text names every moon and draws the strip (E ... O ... W); the
-// almanac carries a line for Jupiter's satellites.
-TEST(KvxMoonsCli, TextListingsAndTheAlmanacLine) {
-    const auto r = Ok("moons saturn --date 2024-06-01T00:00 --tz 0",
-                      {"Mimas", "Enceladus", "Tethys", "Dione", "Rhea", "Titan", "Hyperion", "Iapetus"});
+// The text draws the strip (E ... O ... W).
+TEST(KvxMoonsCli, TextStrip) {
+    const auto r = Ok("moons saturn --date 2024-06-01T00:00 --tz 0");
     EXPECT_NE(r.out.find('O', r.out.find("E ")), std::string::npos) << r.out;
-    Ok("moons pluto --date 2024-06-01T00:00", {"Charon"});
-    Ok("--date 2024-01-25T21:00", {"Jupiter's satellites"});
-    Ok("--date 2024-01-25T21:00 --json", {"\"galilean_satellites\""});
 }
 
 TEST(KvxMoonsCli, JupiterMonthListsTheSearchInLocalTime) {
@@ -196,7 +190,6 @@ TEST(KvxMoonsCli, JupiterMonthListsTheSearchInLocalTime) {
     const Json events = r.json()["events"];
     ASSERT_EQ(events.size(), static_cast<std::size_t>(n));
     EXPECT_NEAR(events[0]["jd"].num(), ev[0].jd, 1e-9);
-    Ok("jupiter --month 2024-01 --tz 9", {"Io       transit begins", "shadow transit ends"});
 }
 
 // A small XML check (one <svg> root, elements closed in order, attributes name="value", no '<' or bare '&' in
@@ -216,13 +209,6 @@ std::map<std::string, int> XmlElements(const std::string &x) {
     return count;
 }
 
-std::string Slurp(const std::string &path) {
-    std::ifstream in(path);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
-
 const char *const kNeowise =
     "comet --T 2459034.1784 --q 0.2946494 --e 0.9991780 --peri 37.27865 --node 61.01042 --incl 128.93750 "
     "--name 'C/2020 F3 & co' --date 2020-07-20T00:00 --tz 0";
@@ -236,7 +222,7 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
     EXPECT_EQ(j["syndynes"][2]["points"][3]["ra_deg"].num(), j["synchrones"][3]["points"][2]["ra_deg"].num());
     // The farthest grain (beta 1, 15 days) makes the tip.
     EXPECT_EQ(j["dust_tail"]["length_deg"].num(), j["syndynes"][2]["points"][3]["separation_deg"].num());
-    const std::string x = Slurp(svg);
+    const std::string x = kvx::test::ReadFile(svg);
     const auto n = XmlElements(x);
     ASSERT_EQ(n.count("error"), 0u) << x.substr(0, 400);
     EXPECT_EQ(n.at("polyline"), 3 + 4 + 2);
@@ -244,14 +230,13 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
     for (const char *label : {">N<", ">E<", ">beta 0.5<", ">10 d<", ">ion<", "east to the left"})
         EXPECT_NE(x.find(label), std::string::npos) << label;
     std::remove(svg.c_str());
-    Ok(std::string(kNeowise) + " --tail", {"Syndynes", "Synchrones", "Ion tail (400 km/s)"});  // the text form
 }
 
 // Saturn's disc and its eight satellites, each named.
 TEST(KvxSvgCli, MoonsPicture) {
     const std::string svg = ::testing::TempDir() + "kvx_moons.svg";
     Ok("moons saturn --date 2024-09-08T00:00 --tz 0 --svg '" + svg + "'");
-    const std::string x = Slurp(svg);
+    const std::string x = kvx::test::ReadFile(svg);
     ASSERT_EQ(XmlElements(x).count("error"), 0u) << x.substr(0, 400);
     EXPECT_EQ(XmlElements(x).at("circle"), 1 + 8);
     for (const char *name : {">Titan<", ">Iapetus<", ">Mimas<", "arcsec"}) EXPECT_NE(x.find(name), std::string::npos) << name;

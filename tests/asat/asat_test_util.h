@@ -40,8 +40,6 @@ inline std::vector<Elm> ReadTleFile(const char *file) {
     return sets;
 }
 
-inline double Dist3(const double a[3], const double b[3]) {
-    return std::sqrt((a[0] - b[0]) * (a[0] - b[0]) + (a[1] - b[1]) * (a[1] - b[1]) + (a[2] - b[2]) * (a[2] - b[2]));
-}
+inline double Dist3(const double a[3], const double b[3]) { return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]); }
 
 }  // namespace kvx::test

@@ -18,8 +18,7 @@ using namespace kvx::test;
 const Lla kPlaces[] = {{35.6895, 139.6917, 40.0}, {64.84, -147.72, 150.0}, {-33.92, 18.42, 1200.0}, {0.5, -78.5, 2800.0}};
 constexpr double kSecond = 1.0 / 86400.0;
 
-// Dip of the horizon for the height plus 35'08" of refraction: the grazing
-// limit of a pass is 0.2 degree above -H0.
+// Dip of the horizon for the height plus 35'08" of refraction: the grazing limit of a pass is 0.2 degree above -H0.
 double H0(double heightM) {
     const double h = heightM / 1000.0, k = 6378.137 / (h + 6378.137);
     return std::atan(std::sqrt(1.0 - k * k) * (h / 6378.137 + 1.0)) * 180.0 / kPi + 0.5855555;

@@ -18,9 +18,7 @@ namespace {
 
 using kvx::test::Reference;
 
-struct Listed {
-    int month, day, weekday, kind;
-};
+struct Listed { int month, day, weekday, kind; };
 
 std::vector<Listed> YearList(int year) {
     Holiday_CheckDay(year, 1, 1);
@@ -30,27 +28,6 @@ std::vector<Listed> YearList(int year) {
     return out;
 }
 
-// Dates where the library's rules and the packages part company, with the deciding rule.
-struct Difference {
-    int year, month, day;
-    bool library;
-    const char *rule;
-};
-const Difference kDifferences[] = {
-    // Between days only before a Wednesday-Saturday holiday; the packages also list Saturday 4 May.
-    {1991, 5, 4, false, "between day: 5 May on a Sunday makes none"},
-    {1996, 5, 4, false, "between day: 5 May on a Sunday makes none"},
-    {2002, 5, 4, false, "between day: 5 May on a Sunday makes none"},
-    // The rules leave out the 2021 Olympic moves (special act of 2020): the ordinary days.
-    {2021, 7, 22, false, "Marine Day by its ordinary rule: 19 July"},
-    {2021, 7, 23, false, "Sports Day by its ordinary rule: 11 October"},
-    {2021, 8, 8, false, "Mountain Day by its ordinary rule: 11 August"},
-    {2021, 8, 9, false, "no substitute for a Mountain Day on Sunday 8 August"},
-    {2021, 7, 19, true, "Marine Day, third Monday of July"},
-    {2021, 8, 11, true, "Mountain Day, 11 August"},
-    {2021, 10, 11, true, "Sports Day, second Monday of October"},
-};
-
 TEST(HolidayReference, MatchesBothNpmPackagesFrom1948To2100) {
     const Reference ref("holidays_npm.txt", {"year", "month", "day", "mask"});
     std::set<std::tuple<int, int, int>> expected, listed;
@@ -58,10 +35,11 @@ TEST(HolidayReference, MatchesBothNpmPackagesFrom1948To2100) {
         expected.insert({static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"])});
     for (int y = 1948; y <= 2100; ++y)
         for (const auto &e : YearList(y)) listed.insert({y, e.month, e.day});
-    std::set<std::tuple<int, int, int>> allowed;
-    for (const auto &d : kDifferences) {
-        allowed.insert({d.year, d.month, d.day});
-        EXPECT_EQ(listed.count({d.year, d.month, d.day}) == 1, d.library) << d.year << "-" << d.month << "-" << d.day;
+    std::set<std::tuple<int, int, int>> allowed;  // each with its rule in the file
+    for (const auto &d : kvx::test::ExpectedRows("holiday_differences.txt")) {
+        const std::tuple<int, int, int> day(d[0], d[1], d[2]);
+        allowed.insert(day);
+        EXPECT_EQ(listed.count(day), d[3]) << d[0] << "-" << d[1] << "-" << d[2];
     }
     std::vector<std::tuple<int, int, int>> differ;
     std::set_symmetric_difference(expected.begin(), expected.end(), listed.begin(), listed.end(),
@@ -74,20 +52,8 @@ TEST(HolidayReference, MatchesBothNpmPackagesFrom1948To2100) {
 // The kind each rule gives (the reference compares dates only): substitutes from April 1973 and from 2007
 // after the chain; between days; one-time holidays; the 2020 Olympic moves; equinoxes after 2150.
 TEST(HolidayRules, KindOfEveryRule) {
-    const struct {
-        int year, month, day, kind;
-    } cases[] = {
-        {1973, 2, 11, 5},  {1973, 2, 12, 0},  {1973, 4, 29, 14}, {1973, 4, 30, 1},  {1974, 11, 4, 1},
-        {1967, 1, 1, 3},   {1967, 1, 2, 0},   {2009, 5, 3, 8},   {2009, 5, 4, 15},  {2009, 5, 5, 9},
-        {2009, 5, 6, 1},   {2008, 5, 6, 1},   {1988, 5, 4, 2},   {1986, 5, 4, 0},   {1992, 5, 4, 1},
-        {1985, 5, 4, 0},   {2009, 9, 22, 2},  {1959, 4, 10, 19}, {1989, 2, 24, 18}, {1989, 4, 29, 15},
-        {1989, 12, 23, 14}, {1988, 4, 29, 14}, {1990, 11, 12, 21}, {1993, 6, 9, 20}, {2019, 5, 1, 23},
-        {2019, 4, 30, 2},  {2019, 5, 2, 2},   {2019, 10, 22, 25}, {2019, 12, 23, 0}, {2020, 2, 23, 14},
-        {2020, 2, 24, 1},  {2020, 7, 23, 16}, {2020, 7, 24, 24}, {2020, 8, 10, 22}, {2020, 10, 12, 0},
-        {2021, 7, 19, 16}, {2151, 3, 20, 6},  {2151, 9, 23, 7},  {1948, 9, 23, 7},
-    };
-    for (const auto &c : cases)
-        EXPECT_EQ(Holiday_CheckDay(c.year, c.month, c.day), c.kind) << c.year << "-" << c.month << "-" << c.day;
+    for (const auto &c : kvx::test::ExpectedRows("holiday_kinds.txt"))
+        EXPECT_EQ(Holiday_CheckDay(c[0], c[1], c[2]), c[3]) << c[0] << "-" << c[1] << "-" << c[2];
     EXPECT_EQ(YearList(1947).size(), 0u);
     // Ranges the Sun comparison below does not reach: 1899 (offset 19.8277), 2101-2150 (21.851, 24.2488).
     EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1899) * 100 + kvx::holiday::AutumnalEquinoxDay(1899), 2123);

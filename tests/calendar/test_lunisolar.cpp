@@ -21,12 +21,7 @@ using kvx::test::Reference;
 
 // A month by its first civil day; from the Swiss Ephemeris derivation also the new moon's distance from
 // midnight (minutes) and whether UTC+8 gives the same month.
-struct Month {
-    double start;
-    int number;
-    double margin = 0.0;
-    int agreesUtc8 = 0;
-};
+struct Month { double start; int number; double margin = 0.0; int agreesUtc8 = 0; };
 
 // The table of key year K in zone tz, built through a conversion in June.
 std::vector<Month> KeyTable(int key, double tz) {
@@ -55,10 +50,7 @@ int Locate(const std::vector<Month> &months, double jd) {
 }
 
 // Consecutive civil days on which the library and a reference disagree.
-struct Run {
-    double first, last;
-    int libMonth, refMonth;
-};
+struct Run { double first, last; int libMonth, refMonth; };
 
 // Every civil day 1900-01-01 to 2100-11-30 (the key-year 2100 table's last) converted in UTC+9 and compared,
 // on the days `use` accepts, with the reference months.
@@ -66,11 +58,9 @@ std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<
     std::vector<Run> runs;
     const double first = CalcJd(1900, 1, 1), last = CalcJd(2100, 11, 30);
     for (double jd = first; jd <= last; jd += 1.0) {
-        int y, m;
-        double d;
-        JdToDate(jd, &y, &m, &d);
-        const ADate civil{y, m, static_cast<int>(d), 0, 0, 0.0, 9.0};
-        ADate old{0, 0, 0, 0, 0, 0.0, 0.0};
+        ADate civil, old{};
+        JdToDate2(jd, &civil);  // midnight
+        civil.tz = 9.0;
         Calender_NewToOld(&civil, &old);
         const int k = Locate(ref, jd);
         if (k < 0 || (use && !use(jd))) continue;
@@ -92,54 +82,34 @@ std::vector<Month> SweMonths() {
     return out;
 }
 
-// Where the library's months differ from the Swiss Ephemeris derivation (first and last civil day), and why.
-struct Expected {
-    const char *first;
-    const char *last;
-    double newMoonMinutes;  // the new moon's distance from midnight, when that is the cause
-    const char *reason;
-};
-const Expected kSweDifferences[] = {
-    {"1908-09-25", "1908-10-24", 0.9, "new moon 0.9 min after midnight: the built-in Moon (~20 s) and Delta T"},
-    {"1984-11-23", "1984-12-21", 0.0,
-     "key-year tables: leap month 10 of 1984 is never numbered (month 11 in the 1984 table, 10 in the 1985 one)"},
-    {"2074-08-22", "2074-09-20", 0.2, "new moon 0.2 min after midnight: Delta T extrapolated 50 years (~1 min)"},
-    {"2097-01-13", "2097-02-11", 1.6, "new moon 1.6 min after midnight: Delta T extrapolated to 2097"},
-};
-
-void ExpectRuns(const std::vector<Run> &runs, const Expected *expected, std::size_t count, const char *what) {
-    std::vector<bool> seen(count, false);
+// Runs of differing days against the listed ones (first and last civil day, tests/data/expected).
+void ExpectRuns(const std::vector<Run> &runs, const char *file) {
+    const auto expected = kvx::test::ExpectedRows(file);
+    std::vector<bool> seen(expected.size(), false);
     for (const auto &r : runs) {
         bool listed = false;
-        for (std::size_t k = 0; k < count; ++k)
-            if (DateText(r.first) == expected[k].first && DateText(r.last) == expected[k].last) listed = seen[k] = true;
-        EXPECT_TRUE(listed) << what << ": unexpected difference " << DateText(r.first) << ".." << DateText(r.last)
+        for (std::size_t k = 0; k < expected.size(); ++k) {
+            const auto &e = expected[k];
+            if (r.first == CalcJd(e[0], e[1], e[2]) && r.last == CalcJd(e[3], e[4], e[5])) listed = seen[k] = true;
+        }
+        EXPECT_TRUE(listed) << file << ": unexpected difference " << DateText(r.first) << ".." << DateText(r.last)
                             << " library month " << r.libMonth << ", reference " << r.refMonth;
     }
-    for (std::size_t k = 0; k < count; ++k)
-        EXPECT_TRUE(seen[k]) << what << ": listed difference " << expected[k].first << " no longer occurs";
+    for (std::size_t k = 0; k < expected.size(); ++k) EXPECT_TRUE(seen[k]) << file << ": listed difference " << k << " no longer occurs";
 }
 
 TEST(LunisolarReference, SwissEphemerisDerivation1900To2100) {
     const auto swe = SweMonths();
     ASSERT_GT(swe.size(), 2480u);
     // Each new-moon difference lies within two minutes of midnight in the derivation too.
-    for (const auto &e : kSweDifferences) {
-        if (e.newMoonMinutes == 0.0) continue;
-        EXPECT_TRUE(std::any_of(swe.begin(), swe.end(), [&](const Month &m) {
-            return std::fabs(m.margin - e.newMoonMinutes) < 0.05 && m.margin < 2.0;
-        })) << e.first << " " << e.newMoonMinutes;
-    }
-    ExpectRuns(CompareDays(swe, nullptr), kSweDifferences, std::size(kSweDifferences), "Swiss Ephemeris");
+    for (const auto &e : kvx::test::ExpectedRows("lunisolar_differences_swe.txt"))
+        EXPECT_TRUE(e[6] == 0.0 || std::any_of(swe.begin(), swe.end(), [&](const Month &m) {
+                        return std::fabs(m.margin - e[6]) < 0.05 && m.margin < 2.0;
+                    })) << e[0] << " " << e[6];
+    ExpectRuns(CompareDays(swe, nullptr), "lunisolar_differences_swe.txt");
 }
 
 // lunar-javascript (UTC+8), on the days where the derivation's months agree in UTC+8 and UTC+9.
-const Expected kChineseDifferences[] = {
-    {"1908-09-25", "1908-10-24", 0.0, "the library's new moon at midnight (as above)"},
-    {"1984-11-23", "1984-12-21", 0.0, "key-year tables (as above)"},
-    {"2097-08-07", "2097-09-05", 0.0, "new moon 1 min after midnight in UTC+8: lunar-javascript's falls before"},
-};
-
 TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
     const auto swe = SweMonths();
     const Reference ljs("lunar_javascript.txt", {"year", "month", "day", "lunar_month"});
@@ -155,7 +125,7 @@ TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
         return same;
     });
     EXPECT_GT(used, 65000);  // of 73,383 days
-    ExpectRuns(runs, kChineseDifferences, std::size(kChineseDifferences), "lunar-javascript");
+    ExpectRuns(runs, "lunisolar_differences_chinese.txt");
 }
 
 ADate Old(int year, int month, int day, double tz = 9.0) { return ADate{year, month, day, 0, 0, 0.0, tz}; }
@@ -164,24 +134,12 @@ int OldToNew(ADate old, ADate *civil) { return Calender_OldToNew(&old, civil); }
 using Ymd = std::array<int, 3>;
 Ymd YmdOf(const ADate &d) { return {d.year, d.month, d.day}; }
 
-// Conversions and return values: December reads the next key year's table, January belongs to the last old
-// year, leap months are negative; 2033's lunation of 22 November holds 240 and 270 degrees (month 11), the
-// next, without a principal term, is leap 11.
+// Conversions and return values (the cases of tests/data/expected/lunisolar_conversions.txt), back again.
 TEST(LunisolarCalendar, ConversionsAcrossKeyYearsAndLeapMonths) {
-    const struct {
-        ADate civil;
-        int ret;
-        Ymd old;
-    } toOld[] = {
-        {Old(2023, 12, 13), 11, {2023, 11, 1}}, {Old(2024, 1, 15), 2023, {2023, 12, 5}},
-        {Old(2024, 2, 10), 1, {2024, 1, 1}},    {Old(2023, 3, 22), 2, {2023, -2, 1}},
-        {Old(2023, 4, 20), 3, {2023, 3, 1}},    {Old(2033, 12, 22), 11, {2033, -11, 1}},
-        {Old(2033, 12, 21), 11, {2033, 11, 30}},
-    };
-    for (const auto &c : toOld) {
+    for (const auto &c : kvx::test::ExpectedRows("lunisolar_conversions.txt")) {
         ADate old{};
-        EXPECT_EQ(NewToOld(c.civil, &old), c.ret) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
-        EXPECT_EQ(YmdOf(old), c.old) << c.civil.year << "-" << c.civil.month << "-" << c.civil.day;
+        EXPECT_EQ(NewToOld(Old(c[0], c[1], c[2]), &old), c[3]) << c[0] << "-" << c[1] << "-" << c[2];
+        EXPECT_EQ(YmdOf(old), (Ymd{static_cast<int>(c[4]), static_cast<int>(c[5]), static_cast<int>(c[6])})) << c[0] << "-" << c[1];
     }
     ADate civil{1, 1, 1, 0, 0, 0.0, 0.0};
     EXPECT_EQ(OldToNew(Old(2023, -2, 15), &civil), 5);
@@ -249,9 +207,7 @@ TEST(LunisolarCalendar, DayAboveThirtyLosesThirty) {
 
 TEST(LunisolarCalendar, NullAndAbsurdInputs) {
     ADate old{};
-    EXPECT_EQ(Calender_NewToOld(nullptr, &old), 0);
-    EXPECT_EQ(NewToOld(Old(2024, 1, 1), nullptr), 0);
-    EXPECT_EQ(Calender_OldToNew(nullptr, &old), 0);
+    EXPECT_EQ(Calender_NewToOld(nullptr, &old) + NewToOld(Old(2024, 1, 1), nullptr) + Calender_OldToNew(nullptr, &old), 0);
     for (const int year : {INT32_MIN, -200000, 200000, INT32_MAX}) {
         old = Old(0, 7, 7);
         NewToOld(Old(year, 12, 31), &old);

@@ -117,10 +117,6 @@ TEST(PlanetEvents, OneBodyFilterAndLimits) {
     venus.resize(GetPlanetEvents(2025, 1, venus.data(), 400));
     EXPECT_EQ(std::ssize(venus), std::count_if(all.begin(), all.end(), [](auto &e) { return e.body == 1 || e.other == 1; }));
     EXPECT_TRUE(std::is_sorted(venus.begin(), venus.end(), [](auto &a, auto &b) { return a.jd < b.jd; }));
-    // Venus 2025: one inferior conjunction (March 23), both elongations.
-    const auto count = [&](int kind) { return std::count_if(venus.begin(), venus.end(), [&](auto &e) { return e.kind == kind; }); };
-    EXPECT_EQ(count(KVX_EVENT_INFERIOR_CONJUNCTION), 1);
-    EXPECT_EQ(count(KVX_EVENT_ELONGATION_EAST) + count(KVX_EVENT_ELONGATION_WEST), 2);
 
     const uint32_t nodes = (1u << KVX_EVENT_ASCENDING_NODE) | (1u << KVX_EVENT_DESCENDING_NODE);
     PlanetEvent few[3];

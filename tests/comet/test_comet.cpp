@@ -11,19 +11,14 @@ namespace {
 
 using kvx::test::SepArcsec;
 
-// The orbits of tests/reference/comets_pyephem.py, on the J2000.0 equinox.
+// The orbits of tests/reference/comets_pyephem.py (0 Halley-like, 1 near-parabolic ellipse, 2 parabola,
+// 3 hyperbola, 4 Ceres), on the J2000.0 equinox.
 CometElements Orbit(int k) {
-    const double rows[][9] = {  // kind, T, e, q, peri, node, incl, H, slope
-        {'C', 2446470.95, 0.967, 0.5871, 111.85, 58.14, 162.24, 5.5, 10.0},
-        {'C', 2460700.50, 0.995, 1.1000, 40.00, 200.00, 70.00, 6.0, 8.0},
-        {'C', 2460500.50, 1.000, 0.8500, 130.00, 20.00, 95.00, 7.0, 10.0},
-        {'C', 2460800.50, 1.060, 2.3000, 300.00, 150.00, 30.00, 8.0, 10.0},
-        {'M', 2454872.06723, 0.079275, 2.546744, 72.75528, 80.39565, 10.58586, 3.3, 0.12},
-    };
-    const double *r = rows[k];
+    static const kvx::test::Reference orbits("comet_orbits.txt", {"minor", "T", "e", "q", "peri", "node", "incl", "h", "slope"});
+    const auto r = orbits[k];
     CometElements el{};
-    el.kind = static_cast<char>(r[0]), el.perihelionJd = r[1], el.e = r[2], el.q = r[3], el.peri = r[4];
-    el.node = r[5], el.incl = r[6], el.equinox = 2000.0, el.h = r[7], el.slope = r[8];
+    el.kind = r["minor"] ? 'M' : 'C', el.perihelionJd = r["T"], el.e = r["e"], el.q = r["q"], el.peri = r["peri"];
+    el.node = r["node"], el.incl = r["incl"], el.equinox = 2000.0, el.h = r["h"], el.slope = r["slope"];
     return el;
 }
 

@@ -32,9 +32,7 @@ void FromNucleus(const CometTailPoint &p, const CometTail &tail, double out[3]) 
     for (int k = 0; k < 3; ++k) out[k] = u[k] * p.distance - v[k] * tail.headDistance;
 }
 
-double ErrorKm(const double a[3], const double *b) {
-    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]) * 149597870.0;
-}
+double ErrorKm(const double a[3], const double *b) { return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]) * 149597870.0; }
 
 // Grains and ion-tail tips from the nucleus (the Earth drops out), grains' r.
 TEST(CometTails, MatchNumericalIntegration) {

@@ -179,9 +179,8 @@ TEST(JovianEvents, AgreeWithThePublishedTable) {
 
 TEST(JovianEvents, BadRangesFindNothing) {
     JovianEvent buf[4];
-    EXPECT_EQ(kvx::psat::FindJovianEvents(2460200.5, 2460200.5, buf, 4), 0);
-    EXPECT_EQ(kvx::psat::FindJovianEvents(NAN, 2460200.5, buf, 4), 0);
-    EXPECT_EQ(kvx::psat::FindJovianEvents(2460200.5, 2460210.5, nullptr, 4), 0);
+    EXPECT_EQ(kvx::psat::FindJovianEvents(2460200.5, 2460200.5, buf, 4) + kvx::psat::FindJovianEvents(NAN, 2460200.5, buf, 4) +
+                  kvx::psat::FindJovianEvents(2460200.5, 2460210.5, nullptr, 4), 0);
     EXPECT_EQ(kvx::psat::FindJovianEvents(2460200.5, 2460210.5, buf, 4), 4);  // a full buffer stops the search
 }
 

@@ -2,7 +2,9 @@
 """Reference places of comets and minor planets from PyEphem (libastro) for
 the same osculating elements as the library's tests.
 
-Writes data/comets_pyephem.txt, one row per object and instant:
+Writes data/comet_orbits.txt, the ORBITS below for the tests, one row each:
+    minor_planet T e q peri node incl H slope
+and data/comets_pyephem.txt, one row per object and instant:
     obj jd_ut deltaT_s ra dec delta r mag
 obj indexes ORBITS below; jd_ut is the universal-time Julian date, deltaT_s
 PyEphem's Delta T at that instant (seconds), ra/dec the astrometric
@@ -59,7 +61,14 @@ def body(o):
 
 
 def main():
-    out = os.path.join(os.path.dirname(os.path.abspath(__file__)), "data", "comets_pyephem.txt")
+    data = os.path.join(os.path.dirname(os.path.abspath(__file__)), "data")
+    with open(os.path.join(data, "comet_orbits.txt"), "w") as f:
+        f.write("# The orbits of tests/reference/comets_pyephem.py (J2000.0): minor planets (1) with H, G; comets (0)\n")
+        f.write("# with H and the slope K of m = H + 5 log delta + K log r\n")
+        f.write("# minor_planet T e q peri node incl H slope\n")
+        for o in ORBITS:
+            f.write("%d %s\n" % (o[0] == "M", " ".join(repr(v) for v in o[1:])))
+    out = os.path.join(data, "comets_pyephem.txt")
     with open(out, "w") as f:
         f.write("# PyEphem %s: astrometric geocentric places of orbits from elements\n" % ephem.__version__)
         f.write("# obj jd_ut deltaT_s ra dec delta r mag\n")

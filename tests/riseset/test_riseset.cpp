@@ -20,18 +20,14 @@ ADate LocalDay(int y, int m, int d, double tz) { return ADate{y, m, d, 0, 0, 0.0
 // Threshold 90 - p - h0 (h0 = 35'08" at sea level): at 35 N +55 stays up, -55 still rises (limit -55.59),
 // -56 never rises; for southern observers the formula on p itself decides nothing for the mirrored stars.
 TEST(RiseSetCircumpolar, FollowsTheFormulaNorthAndSouth) {
-    const struct {
-        double dec, lat;
-        int state;
-    } cases[] = {{55, 35, 1}, {-55, 35, 0}, {-56, 35, -1}, {54, 35, 0}, {-55, -35, 0}, {55, -35, 0}, {-89, -35, 0}};
     const ADate date = LocalDay(2024, 3, 20, 0.0);
-    for (const auto &c : cases) {
-        const Observer obs{c.lat, 0.0, 0.0};
+    for (const auto &[dec, lat, want] : {std::tuple{55.0, 35.0, 1}, {-55.0, 35.0, 0}, {-56.0, 35.0, -1}, {54.0, 35.0, 0},
+                                         {-55.0, -35.0, 0}, {55.0, -35.0, 0}, {-89.0, -35.0, 0}}) {
+        const Observer obs{lat, 0.0, 0.0};
         InitRiseSet(&date, &obs);
-        const Ad star{120.0, c.dec};
+        const Ad star{120.0, dec};
         int32_t state = 99;
-        EXPECT_EQ(CheckCircumPolar(kStar, &star, &date, &obs, &state), 1);
-        EXPECT_EQ(state, c.state) << c.dec << " at " << c.lat;
+        EXPECT_EQ(CheckCircumPolar(kStar, &star, &date, &obs, &state) * 10 + state, 10 + want) << dec << " at " << lat;
     }
 }
 
@@ -152,8 +148,7 @@ TEST(RiseSetInput, NoCrashNoEvent) {
         }
     }
     EXPECT_EQ(t, -1.0);
-    EXPECT_EQ(GetSunRise(&date, nullptr, nullptr), 0);
-    EXPECT_EQ(GetSunRise(nullptr, nullptr, &t), 0);
+    EXPECT_EQ(GetSunRise(&date, nullptr, nullptr) + GetSunRise(nullptr, nullptr, &t), 0);
     // Without an observer the centre of the Earth (0 N, 0 E) rises the Sun.
     EXPECT_EQ(GetSunRise(&date, nullptr, &t), 1);
     EXPECT_NEAR(t, CalcJd(2000, 1, 1) + 0.25, 0.02);

@@ -19,12 +19,7 @@ using kvx::test::Reference;
 constexpr double kDeg = 3.141592653589793 / 180.0;
 constexpr double kSecPerDay = 86400.0;
 
-struct Case {
-    int body;
-    Observer obs;
-    ADate date;
-    Ad star;
-};
+struct Case { int body; Observer obs; ADate date; Ad star; };
 
 // The search's own place of the body (right ascension, declination).
 Ad Place(const Case &c, double t, bool transitFrame = false) {
@@ -89,19 +84,12 @@ bool GrazesHorizon(const Case &c, double t) {
     return (upper > -band && upper < band) || (lower > -band && lower < band);
 }
 
-std::string BodyName(int code) {
-    static const char *const names[] = {"Sun", "Moon", "Mercury", "Venus", "Mars", "Jupiter", "Saturn", "Uranus",
-                                        "Neptune", "Pluto"};
-    return code == kStar ? "star" : names[code + 2];
-}
+const char *const kBodyNames[] = {"Sun", "Moon", "Mercury", "Venus", "Mars", "Jupiter", "Saturn", "Uranus", "Neptune", "Pluto"};
 
 // A case from a reference row's observer and local day.
-template <typename Row>
-Case RowCase(const Row &row, int body, Ad star = Ad{0.0, 0.0}) {
-    return Case{body, {row["lat"], row["lon"], row["height"]},
-                ADate{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0, 0,
-                      0.0, row["tz"]},
-                star};
+Case RowCase(const Reference::Row &row, int body, Ad star = Ad{0.0, 0.0}) {
+    const ADate day{static_cast<int>(row["year"]), static_cast<int>(row["month"]), static_cast<int>(row["day"]), 0, 0, 0.0, row["tz"]};
+    return Case{body, {row["lat"], row["lon"], row["height"]}, day, star};
 }
 
 TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
@@ -148,7 +136,8 @@ TEST(RiseSetPyEphem, SunMoonPlanetsStars) {
             event == kTransit && Search(c.date.tz, c.body, &c.star, event, &c.obs, 0.0, false, &T, &L) != kFound;
         if (!byFallback) cmp.Add("equation_s", EquationSeconds(c, event, tk, 0.0), row);
         if (event != kTransit)
-            cmp.Add(BodyName(c.body) + "_place_arcsec", std::fabs(Altitude(c, tp) - target) * 3600.0, row.Label());
+            cmp.Add(std::string(c.body == kStar ? "star" : kBodyNames[c.body + 2]) + "_place_arcsec",
+                    std::fabs(Altitude(c, tp) - target) * 3600.0, row.Label());
     }
     cmp.Check();
 }

@@ -46,6 +46,13 @@ inline std::vector<std::vector<double>> ReadRows(const std::string &path) {
 inline std::string ReferencePath(const char *name) { return std::string(KVX_REFERENCE_DIR) + "/" + name; }
 inline std::string TestDataPath(const char *name) { return std::string(KVX_TEST_DATA_DIR) + "/" + name; }
 
+// Hand-checked expected values under tests/data/expected (rows of numbers, a header naming their source).
+inline std::vector<std::vector<double>> ExpectedRows(const char *name) {
+    auto rows = ReadRows(TestDataPath((std::string("expected/") + name).c_str()));
+    EXPECT_FALSE(rows.empty()) << name << ": no rows";
+    return rows;
+}
+
 // A reference file with named columns. Rows shorter than the column list fail the test (a truncated or misformatted
 // file).
 class Reference {

@@ -67,9 +67,9 @@ TEST(CalcJd, AgreesWithErfaAndRoundTrips) {
     }
 }
 
-// Shifts (cases in tests/data/date_shifts.txt); zone changes shift the same way.
+// Shifts (cases in tests/data/expected/date_shifts.txt); zone changes shift the same way.
 TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
-    const auto rows = kvx::test::ReadRows(kvx::test::TestDataPath("date_shifts.txt"));
+    const auto rows = kvx::test::ExpectedRows("date_shifts.txt");
     EXPECT_EQ(rows.size(), 10u);
     for (const auto &r : rows) {
         ADate d = FromRow(r, 0), to = FromRow(r, 14);
@@ -93,7 +93,7 @@ TEST(ChangeDate, ShiftsRollOverSnapAndCarry) {
 }
 
 TEST(CheckDate, LeapRulesAndLimits) {
-    const auto rows = kvx::test::ReadRows(kvx::test::TestDataPath("date_validity.txt"));
+    const auto rows = kvx::test::ExpectedRows("date_validity.txt");
     EXPECT_EQ(rows.size(), 19u);
     for (const auto &r : rows) {
         const ADate d = Date(r[0], r[1], r[2], r[3], r[4]);
