@@ -128,6 +128,13 @@ TEST(Coordinates, EclipticOfJ2000AndHorizonAnchors) {
     EXPECT_NEAR(solstice.d, 0.0, 1e-12);
     EXPECT_NEAR(pole.a, 180.0, 1e-9);
     EXPECT_NEAR(pole.d, 35.6, 1e-12);
+    // The horizon turns of the last record are kept per thread: one with the
+    // same sidereal time and another latitude must not reuse them, either way
+    // (the way back ends in asin near 1: 1e-6 degrees).
+    const ATime south = HandTime(kJ2000, 23.44, 23.44, nullptr, nullptr, 123.0, -20.0);
+    EXPECT_NEAR(Convert(south, 5, Ad{0.0, 90.0}, 1).d, -20.0, 1e-12);
+    EXPECT_NEAR(Convert(t, 1, Ad{180.0, 35.6}, 5).d, 90.0, 1e-6);
+    EXPECT_NEAR(Convert(south, 1, Ad{180.0, -20.0}, 5).d, 90.0, 1e-6);
 }
 
 TEST(PositionAngle, PaDistToAdInvertsAdToPaDist) {

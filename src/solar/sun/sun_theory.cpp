@@ -41,16 +41,16 @@ void FillMultiples(double deg, int n, double *c, double *s) {
     const SinCos x = FastSinCosDeg(deg);
     c[0] = 1.0;
     s[0] = 0.0;
+    c[1] = c[-1] = x.c;
+    s[1] = x.s;
+    s[-1] = -x.s;
     double ck = x.c, sk = x.s;  // the k-th multiple, carried in registers
-    for (int k = 1; k <= n; ++k) {
-        if (k > 1) {
-            const double cn = ck * x.c - sk * x.s, sn = sk * x.c + ck * x.s;
-            ck = cn;
-            sk = sn;
-        }
-        c[k] = ck;
+    for (int k = 2; k <= n; ++k) {
+        const double cn = ck * x.c - sk * x.s, sn = sk * x.c + ck * x.s;
+        ck = cn;
+        sk = sn;
+        c[k] = c[-k] = ck;
         s[k] = sk;
-        c[-k] = ck;
         s[-k] = -sk;
     }
 }
