@@ -37,7 +37,7 @@ constexpr int kSpan = 2 * kMaxMultiple + 1;
 // parity for k < 0, so the perturbation rows index a multiple of either
 // sign directly (the sign of a row's multiple follows no pattern a branch
 // predictor could learn).
-void FillMultiples(double deg, int n, double *c, double *s) {
+[[gnu::always_inline]] inline void FillMultiples(double deg, int n, double *c, double *s) {
     const SinCos x = FastSinCosDeg(deg);
     c[0] = 1.0;
     s[0] = 0.0;
