@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "kvxlib.h"
+#include "math/fast_trig.h"
 
 #ifdef KVX_HAVE_ERFA
 #include <erfa.h>
@@ -88,6 +89,40 @@ void BM_libm_cos(benchmark::State &state) {
     }
 }
 BENCHMARK(BM_libm_cos);
+
+// The unit costs of the series: one term amplitude x sin(phase + rate T) of
+// a 128-row table through the degree sine (arguments in every quadrant, as
+// in the theories), and the same through the library's sine of the radian
+// argument. Per term, as the items processed.
+struct SeriesRow {
+    double amplitude, phase, rate;
+};
+const SeriesRow *SeriesRows() {
+    static SeriesRow rows[128];
+    for (int k = 0; k < 128; ++k) rows[k] = {0.01 * (k + 1), 3.7 * k, 1234.5 * (k - 60)};
+    return rows;
+}
+
+template <class Sine>
+void SeriesTerms(benchmark::State &state, Sine sine) {
+    const SeriesRow *rows = SeriesRows();
+    double t = 0.2437;
+    for (auto _ : state) {
+        double sum = 0.0;
+        for (int k = 0; k < 128; ++k) sum += rows[k].amplitude * sine(rows[k].phase + rows[k].rate * t);
+        benchmark::DoNotOptimize(sum);
+        t += 1e-4;
+    }
+    state.SetItemsProcessed(state.iterations() * 128);
+}
+void BM_SeriesTerm_FastSinDeg(benchmark::State &state) {
+    SeriesTerms(state, [](double a) { return kvx::FastSinDeg(a); });
+}
+void BM_SeriesTerm_libm_sin(benchmark::State &state) {
+    SeriesTerms(state, [](double a) { return std::sin(kvx::DegToRad(a)); });
+}
+BENCHMARK(BM_SeriesTerm_FastSinDeg);
+BENCHMARK(BM_SeriesTerm_libm_sin);
 
 #ifdef KVX_HAVE_ERFA
 void BM_erfa_Cal2jd(benchmark::State &state) {

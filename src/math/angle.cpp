@@ -9,7 +9,7 @@ using kvx::DegToRad;
 using kvx::RadToDeg;
 
 extern "C" double degmal(double a) {
-    double r = std::fmod(a, 360.0);
+    double r = kvx::Fmod360(a);
     if (r < 0.0) r += 360.0;
     if (r >= 360.0) r -= 360.0;
     return r;

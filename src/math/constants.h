@@ -47,6 +47,28 @@ inline double Floor(double x) {
     return t > x ? t - 1.0 : t;
 }
 
+// std::fmod(a, 360.0) without the library call, bit for bit. For
+// 360 <= |a| < 2^40 the remainder a - 360 n, n = trunc(a / 360), is exact:
+// a and 360 n are both multiples of a's last-place unit (at least 2^-44)
+// and the difference stays below 2^9, so it fits in 53 bits. A quotient
+// that rounds across an integer leaves the remainder just outside the
+// range; one exact step of 360 puts it back. Beyond 2^40 and for
+// non-finite a the library answers.
+inline double Fmod360(double a) {
+    const double m = std::fabs(a);
+    if (m < 360.0) return a;
+    if (!(m < 1099511627776.0)) return std::fmod(a, 360.0);
+    double r = a - Trunc(a * (1.0 / 360.0)) * 360.0;
+    if (a > 0.0) {
+        if (r < 0.0) r += 360.0;
+        else if (r >= 360.0) r -= 360.0;
+    } else {
+        if (r > 0.0) r -= 360.0;
+        else if (r <= -360.0) r += 360.0;
+    }
+    return r == 0.0 ? std::copysign(0.0, a) : r;
+}
+
 // A double turned into an int32 toward zero, as static_cast does inside the
 // int32 range; beyond it the value saturates at INT32_MIN / INT32_MAX and NaN
 // gives 0 (where static_cast is undefined behaviour).

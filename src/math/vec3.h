@@ -72,10 +72,10 @@ inline void TurnZ(double m[9], double a) {
     }
 }
 
-// Degrees into 0..360 with one fmod (inputs within a few turns); within a
-// turn fmod returns a itself, so that case skips the library call.
+// Degrees into 0..360: the remainder of fmod by 360, then one turn added to
+// a negative remainder.
 inline double Reduce360(double a) {
-    const double r = std::fabs(a) < 360.0 ? a : std::fmod(a, 360.0);
+    const double r = Fmod360(a);
     return r < 0.0 ? r + 360.0 : r;
 }
 

@@ -10,7 +10,7 @@
 // ch. 23 (eq. 23.3). The displacement is the first-order term of the
 // classical formula v - u (u . v) (Explanatory Supplement to the
 // Astronomical Almanac, 1992, sect. 3.252), written out component by
-// component.
+// component; the trigonometric factors are worked out once per instant.
 #include <cmath>
 
 #include "kvxlib.h"

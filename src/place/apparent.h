@@ -6,10 +6,9 @@
 
 namespace kvx::place {
 
-// Everything the aberration displacement needs that depends only on the
-// instant: the constant of aberration and its eccentric part (radians), and
-// the sines and cosines of the Sun's true longitude S, the longitude of
-// perihelion w and the true obliquity eps.
+// What the aberration displacement needs of the instant: kappa and e kappa
+// (radians), the sine and cosine of the Sun's true longitude S, of the
+// longitude of perihelion w and of the true obliquity eps.
 struct AberrationTerms {
     double kappa, ek;
     double sinS, cosS, sinW, cosW, sinE, cosE;
@@ -19,7 +18,8 @@ struct AberrationTerms {
 // the last instant's terms: valid until the thread's next call.
 const AberrationTerms &MakeAberrationTerms(const ATime &t);
 
-// d = the aberration displacement of the unit direction p (not normalised).
+// d = the aberration displacement of the unit direction p (not normalised),
+// the component formulas term by term in their published order.
 void AberrationDisplacement(const AberrationTerms &a, const double p[3], double d[3]);
 
 // Adds (add) or removes annual aberration; out may be v.

@@ -26,7 +26,6 @@
 
 namespace {
 
-
 // The constant frame matrices, computed once.
 struct FixedFrames {
     double b1950ToJ2000[9];
@@ -58,114 +57,134 @@ const FixedFrames &Frames() {
     return frames;
 }
 
-// v = m v, the product of RotateDc.
-void Apply(const double m[9], Dc &v) {
-    const double in[3] = {v.x, v.y, v.z};
-    double out[3];
-    kvx::vec3::Rotate(m, in, out);
-    v = Dc{out[0], out[1], out[2]};
+using kvx::vec3::Rotate;
+
+// Annual aberration of the hub vector: added on the way out, removed on the
+// way in.
+void Aberration(const ATime &t, double v[3], bool add) {
+    kvx::place::ApplyAberration(kvx::place::MakeAberrationTerms(t), v, add, v);
 }
 
-void Aberration(const ATime &t, Dc &v, bool add) {
-    const double in[3] = {v.x, v.y, v.z};
-    double out[3];
-    kvx::place::ApplyAberration(kvx::place::MakeAberrationTerms(t), in, add, out);
-    v = Dc{out[0], out[1], out[2]};
+// The two rotations between the equator of date and the horizon depend on
+// the sidereal time and the latitude alone; a run of conversions for one
+// record uses the same ones, so the last pair of each direction is kept per
+// thread, keyed by the two angles themselves.
+struct HorizonTurns {
+    double lst, latitude;
+    bool valid;
+    double first[9], second[9];
+};
+
+const HorizonTurns &Turns(const ATime &t, bool toEquator) {
+    thread_local HorizonTurns last[2] = {};
+    HorizonTurns &h = last[toEquator ? 1 : 0];
+    if (!(h.valid && h.lst == t.lst && h.latitude == t.obsLatitude)) {
+        if (toEquator) {
+            RotateY(t.obsLatitude - 90.0, h.first);
+            RotateZ(-t.lst, h.second);
+        } else {
+            RotateZ(t.lst, h.first);
+            RotateY(90.0 - t.obsLatitude, h.second);
+        }
+        h.lst = t.lst;
+        h.latitude = t.obsLatitude;
+        h.valid = true;
+    }
+    return h;
 }
 
 // Horizon (azimuth from the south through the west, altitude) -> true or
-// mean equator of date.
-void HorizonToEquator(const ATime &t, Dc &v) {
-    double m[9];
-    v.y = -v.y;
-    RotateY(t.obsLatitude - 90.0, m);
-    Apply(m, v);
-    RotateZ(-t.lst, m);
-    Apply(m, v);
+// mean equator of date: y negated, then about y by (latitude - 90) and
+// about z by -(sidereal time).
+void HorizonToEquator(const ATime &t, double v[3]) {
+    const HorizonTurns &h = Turns(t, true);
+    v[1] = -v[1];
+    Rotate(h.first, v, v);
+    Rotate(h.second, v, v);
 }
 
-// Equator of date -> horizon.
-void EquatorToHorizon(const ATime &t, Dc &v) {
-    double m[9];
-    RotateZ(t.lst, m);
-    Apply(m, v);
-    RotateY(90.0 - t.obsLatitude, m);
-    Apply(m, v);
-    v.y = -v.y;
+// Equator of date -> horizon: the reverse steps.
+void EquatorToHorizon(const ATime &t, double v[3]) {
+    const HorizonTurns &h = Turns(t, false);
+    Rotate(h.first, v, v);
+    Rotate(h.second, v, v);
+    v[1] = -v[1];
 }
 
-// Each system reaches the J2000.0 hub by a chain of steps; the way back
-// runs the chain in reverse with every step inverted (the inverse matrices
-// are those kept in the ATime and in FixedFrames, not recomputed).
-enum Step : unsigned char {
-    kNone,
-    kHorizon,        // horizon <-> equator of date (through the sidereal time)
-    kPrecession,     // mean equator of date <-> J2000.0
-    kNutation,       // true <-> mean equator of date
-    kAberration,     // apparent <-> geometric
-    kEcliptic,       // ecliptic <-> equator of date
-    kB1950,          // B1950.0 <-> J2000.0
-    kEclipticJ2000,  // ecliptic <-> equator of J2000.0
-    kGalactic,       // galactic <-> equator of B1950.0
-};
-
-constexpr int kMaxSteps = 4;
-constexpr Step kToHub[11][kMaxSteps] = {
-    {},                                                       // unused
-    {kHorizon, kPrecession},                                  // 1 horizontal, geometric
-    {kHorizon, kNutation, kPrecession, kAberration},          // 2 horizontal, apparent
-    {},                                                       // 3 the hub
-    {kB1950},                                                 // 4
-    {kPrecession},                                            // 5
-    {kNutation, kPrecession, kAberration},                    // 6
-    {kEclipticJ2000},                                         // 7
-    {kEcliptic, kPrecession},                                 // 8
-    {kEcliptic, kNutation, kPrecession, kAberration},         // 9
-    {kGalactic, kB1950},                                      // 10
-};
-
-[[gnu::always_inline]] inline void Apply(const ATime &t, Step step, bool toHub, Dc &v) {
-    switch (step) {
-    case kHorizon: toHub ? HorizonToEquator(t, v) : EquatorToHorizon(t, v); break;
-    case kPrecession: Apply(toHub ? t.precToJ2000 : t.precFromJ2000, v); break;
-    case kNutation: Apply(toHub ? t.nutInvMtx : t.nutMtx, v); break;
-    case kAberration: Aberration(t, v, !toHub); break;
-    case kEcliptic: Apply(toHub ? t.eclToEq : t.eqToEcl, v); break;
-    case kB1950: {
+// Each system to the J2000.0 hub. Any code outside 1..10 is the hub itself.
+void ToHub(const ATime &t, int32_t from, double v[3]) {
+    switch (from) {
+    case 2:
+        HorizonToEquator(t, v);
+        Rotate(t.nutInvMtx, v, v);
+        Rotate(t.precToJ2000, v, v);
+        Aberration(t, v, false);
+        break;
+    case 1: HorizonToEquator(t, v); [[fallthrough]];
+    case 5: Rotate(t.precToJ2000, v, v); break;
+    case 9: Rotate(t.eclToEq, v, v); [[fallthrough]];
+    case 6:
+        Rotate(t.nutInvMtx, v, v);
+        Rotate(t.precToJ2000, v, v);
+        Aberration(t, v, false);
+        break;
+    case 8:
+        Rotate(t.eclToEq, v, v);
+        Rotate(t.precToJ2000, v, v);
+        break;
+    case 7: Rotate(Frames().eclJ2000ToEq, v, v); break;
+    case 10: {
         const FixedFrames &f = Frames();
-        Apply(toHub ? f.b1950ToJ2000 : f.j2000ToB1950, v);
+        Rotate(f.galZ1, v, v);
+        Rotate(f.galX, v, v);
+        Rotate(f.galZ2, v, v);
+        [[fallthrough]];
+    }
+    case 4: Rotate(Frames().b1950ToJ2000, v, v); break;
+    default: break;
+    }
+}
+
+// The hub to each system: the steps of ToHub in reverse order, each one
+// inverted (the inverse matrices are those kept in the ATime and in
+// FixedFrames, not recomputed).
+void FromHub(const ATime &t, int32_t to, double v[3]) {
+    switch (to) {
+    case 1:
+        Rotate(t.precFromJ2000, v, v);
+        EquatorToHorizon(t, v);
+        break;
+    case 2:
+        Aberration(t, v, true);
+        Rotate(t.precFromJ2000, v, v);
+        Rotate(t.nutMtx, v, v);
+        EquatorToHorizon(t, v);
+        break;
+    case 5: Rotate(t.precFromJ2000, v, v); break;
+    case 6:
+    case 9:
+        Aberration(t, v, true);
+        Rotate(t.precFromJ2000, v, v);
+        Rotate(t.nutMtx, v, v);
+        if (to == 9) Rotate(t.eqToEcl, v, v);
+        break;
+    case 8:
+        Rotate(t.precFromJ2000, v, v);
+        Rotate(t.eqToEcl, v, v);
+        break;
+    case 7: Rotate(Frames().eqToEclJ2000, v, v); break;
+    case 4:
+    case 10: {
+        const FixedFrames &f = Frames();
+        Rotate(f.j2000ToB1950, v, v);
+        if (to == 4) break;
+        Rotate(f.eqZ1, v, v);
+        Rotate(f.eqX, v, v);
+        Rotate(f.eqZ2, v, v);
         break;
     }
-    case kEclipticJ2000: {
-        const FixedFrames &f = Frames();
-        Apply(toHub ? f.eclJ2000ToEq : f.eqToEclJ2000, v);
-        break;
+    default: break;
     }
-    case kGalactic: {
-        const FixedFrames &f = Frames();
-        Apply(toHub ? f.galZ1 : f.eqZ1, v);
-        Apply(toHub ? f.galX : f.eqX, v);
-        Apply(toHub ? f.galZ2 : f.eqZ2, v);
-        break;
-    }
-    case kNone: break;
-    }
-}
-
-// Any code outside 1..10 means the hub itself.
-const Step *Chain(int32_t code) { return kToHub[(code >= 1 && code <= 10) ? code : 3]; }
-
-// The chains list their steps first and end at the first kNone.
-void ToHub(const ATime &t, int32_t from, Dc &v) {
-    const Step *chain = Chain(from);
-    for (int k = 0; k < kMaxSteps && chain[k] != kNone; ++k) Apply(t, chain[k], true, v);
-}
-
-void FromHub(const ATime &t, int32_t to, Dc &v) {
-    const Step *chain = Chain(to);
-    int n = 0;
-    while (n < kMaxSteps && chain[n] != kNone) ++n;
-    for (int k = n - 1; k >= 0; --k) Apply(t, chain[k], false, v);
 }
 
 }  // namespace
@@ -177,10 +196,12 @@ extern "C" Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t t
         return const_cast<Ad *>(in);
     }
     if (!t) return nullptr;
-    Dc v;
-    AdToDc(in, &v);
+    Dc dc;
+    AdToDc(in, &dc);
+    double v[3] = {dc.x, dc.y, dc.z};
     ToHub(*t, from, v);
     FromHub(*t, to, v);
-    DcToAd(&v, out);
+    dc = Dc{v[0], v[1], v[2]};
+    DcToAd(&dc, out);
     return out;
 }

@@ -1,8 +1,11 @@
 // Angle reduction, sexagesimal conversion, position angle and distance, interpolation and the integer square root.
 #include "test_support.h"
 
+#include <cstring>
 #include <iterator>
 #include <random>
+
+#include "math/constants.h"
 
 namespace {
 
@@ -25,6 +28,32 @@ TEST(Reduction, RangesAndTheSingleStepForms) {
         const double a = u(rng), r = degmal(a), h = hourmal(a);
         ASSERT_TRUE(r >= 0.0 && r < 360.0 && h >= 0.0 && h < 24.0) << a;
         ASSERT_NEAR(std::remainder(a - r, 360.0), 0.0, 1e-9);
+    }
+}
+
+// The reduction without the library call must give fmod's bits exactly
+// (the exact-formula routines stay bit-identical): random magnitudes up to
+// 2^45, the last representable values on both sides of multiples of 360
+// (where the quotient rounds across an integer), signed zeros, and the
+// non-finite values left to the library.
+TEST(Reduction, Fmod360HasTheBitsOfFmod) {
+    std::vector<double> in = {0.0, -0.0, 360.0, -360.0, 720.0, -1e-300, 359.99999999999994, 1099511627776.0,
+                              -1099511627775.5, INFINITY, -INFINITY, NAN};
+    std::mt19937_64 rng(11);
+    std::uniform_real_distribution<double> e(-3.0, 45.0 * std::log10(2.0));
+    for (int i = 0; i < 20000; ++i) {
+        const double m = std::pow(10.0, e(rng));
+        in.push_back(i % 2 ? m : -m);
+        const double k = 360.0 * std::floor(m / 360.0 + 1.0);
+        for (double b : {k, -k}) {
+            in.push_back(std::nextafter(b, 0.0));
+            in.push_back(std::nextafter(b, 2.0 * b));
+        }
+    }
+    for (double a : in) {
+        const double got = kvx::Fmod360(a), want = std::fmod(a, 360.0);
+        ASSERT_TRUE(std::memcmp(&got, &want, sizeof got) == 0 || (std::isnan(got) && std::isnan(want)))
+            << std::hexfloat << a << " gives " << got << ", fmod " << want;
     }
 }
 

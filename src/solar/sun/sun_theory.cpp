@@ -10,7 +10,9 @@
 // applied to the theory in the national ephemerides.
 #include "solar/sun/sun_theory.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <initializer_list>
 
 #include "math/constants.h"
@@ -28,45 +30,68 @@ inline double CosD(double a) { return FastCosDeg(a); }
 
 // Largest multiple of a mean anomaly in the perturbation tables.
 constexpr int kMaxMultiple = 17;
+constexpr int kSpan = 2 * kMaxMultiple + 1;
 
-// cos and sin of k x for k = 0..kMaxMultiple, by the addition theorem.
-struct Multiples {
-    double c[kMaxMultiple + 1], s[kMaxMultiple + 1];
-    void Fill(double deg, int n) {
-        const SinCos x = FastSinCosDeg(deg);
-        c[0] = 1.0;
-        s[0] = 0.0;
-        c[1] = x.c;
-        s[1] = x.s;
-        for (int k = 2; k <= n; ++k) {
-            c[k] = c[k - 1] * c[1] - s[k - 1] * s[1];
-            s[k] = s[k - 1] * c[1] + c[k - 1] * s[1];
-        }
+// cos and sin of k x for k = -n..n (n <= kMaxMultiple) into c[k], s[k] (c and
+// s point at the k = 0 slot of kSpan values): the addition theorem for k > 0,
+// parity for k < 0, so the perturbation rows index a multiple of either
+// sign directly (the sign of a row's multiple follows no pattern a branch
+// predictor could learn).
+[[gnu::always_inline]] inline void FillMultiples(double deg, int n, double *c, double *s) {
+    const SinCos x = FastSinCosDeg(deg);
+    c[0] = 1.0;
+    s[0] = 0.0;
+    c[1] = c[-1] = x.c;
+    s[1] = x.s;
+    s[-1] = -x.s;
+    double ck = x.c, sk = x.s;  // the k-th multiple, carried in registers
+    for (int k = 2; k <= n; ++k) {
+        const double cn = ck * x.c - sk * x.s, sn = sk * x.c + ck * x.s;
+        ck = cn;
+        sk = sn;
+        c[k] = c[-k] = ck;
+        s[k] = sk;
+        s[-k] = -sk;
     }
-};
-
-// cos and sin of i x + j y from the multiples of x and y (i, j of any sign).
-inline void Combine(const Multiples &x, int i, const Multiples &y, int j, double *c, double *s) {
-    const double ci = x.c[i < 0 ? -i : i], si = i < 0 ? -x.s[-i] : x.s[i];
-    const double cj = y.c[j < 0 ? -j : j], sj = j < 0 ? -y.s[-j] : y.s[j];
-    *c = ci * cj - si * sj;
-    *s = si * cj + ci * sj;
 }
 
-// cos and sin of the tables' phases, computed once.
+// The multiples of the mean anomalies, row by body: 0 the Earth, 1 to 6 the
+// planets in the tables' numbering (3, the Earth's own number, unused).
+struct AnomalyMultiples {
+    double c[7 * kSpan], s[7 * kSpan];
+    static int At(int body, int k) { return body * kSpan + kMaxMultiple + k; }
+    double C(int body, int k) const { return c[At(body, k)]; }
+    double S(int body, int k) const { return s[At(body, k)]; }
+};
+
+// cos and sin of the tables' phases; for each row the places of its two
+// multiples in AnomalyMultiples (the planet's i-th, the Earth's j-th); and
+// the largest multiple of each body that the rows use. Computed once.
 struct PlanetaryTables {
     double lon[kNewcombTermCount][2], rad[kNewcombTermCount][2], lat[kNewcombLatTermCount][2];
+    int lonAt[kNewcombTermCount][2], latAt[kNewcombLatTermCount][2];
+    int maxMultiple[7] = {};
+    void Use(int planet, int i, int j, int at[2]) {
+        at[0] = AnomalyMultiples::At(planet, i);
+        at[1] = AnomalyMultiples::At(0, j);
+        maxMultiple[planet] = std::max(maxMultiple[planet], std::abs(i));
+        maxMultiple[0] = std::max(maxMultiple[0], std::abs(j));
+    }
     PlanetaryTables() {
         for (int k = 0; k < kNewcombTermCount; ++k) {
             lon[k][0] = CosD(kNewcombTerms[k].lonPhase);
             lon[k][1] = SinD(kNewcombTerms[k].lonPhase);
             rad[k][0] = CosD(kNewcombTerms[k].radPhase);
             rad[k][1] = SinD(kNewcombTerms[k].radPhase);
+            Use(kNewcombTerms[k].planet, kNewcombTerms[k].i, kNewcombTerms[k].j, lonAt[k]);
         }
         for (int k = 0; k < kNewcombLatTermCount; ++k) {
             lat[k][0] = CosD(kNewcombLatTerms[k].phase);
             lat[k][1] = SinD(kNewcombLatTerms[k].phase);
+            Use(kNewcombLatTerms[k].planet, kNewcombLatTerms[k].i, kNewcombLatTerms[k].j, latAt[k]);
         }
+        // The equation of the centre takes the Earth's first four multiples.
+        maxMultiple[0] = std::max(maxMultiple[0], 4);
     }
 };
 
@@ -118,35 +143,37 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     gp[5] = vec3::Reduce360(148.031 + 30.34583 * y);    // Jupiter
     gp[6] = vec3::Reduce360(284.716 + 12.21794 * y);    // Saturn
 
+    // Multiples of the mean anomalies, as far as the rows use them.
+    const PlanetaryTables &tab = Tables();
+    AnomalyMultiples mult;
+    for (int p : {0, 1, 2, 4, 5, 6}) {
+        const int at = AnomalyMultiples::At(p, 0);
+        FillMultiples(p == 0 ? g : gp[p], tab.maxMultiple[p], mult.c + at, mult.s + at);
+    }
+
     // Equation of the centre (") and the elliptic part of log10 R (1e-8).
-    Multiples m4;
-    m4.Fill(g, 4);
-    const double sg = m4.s[1], cg = m4.c[1], s2g = m4.s[2], c2g = m4.c[2];
-    const double s3g = m4.s[3], c3g = m4.c[3], s4g = m4.s[4], c4g = m4.c[4];
+    const double sg = mult.S(0, 1), cg = mult.C(0, 1), s2g = mult.S(0, 2), c2g = mult.C(0, 2);
+    const double s3g = mult.S(0, 3), c3g = mult.C(0, 3), s4g = mult.S(0, 4), c4g = mult.C(0, 4);
     const double centre = (6909.794 - 17.274 * T) * sg + (72.334 - 0.362 * T) * s2g + (1.05 - 0.008 * T) * s3g +
                           0.017 * s4g;
     const double logRElliptic = 3059.4 - 15.2 * T + (-727384.1 + 1818.2 * T + 2.2 * T2) * cg +
                                 (-9137.4 + 46.0 * T) * c2g + (-145.0 + 1.0 * T) * c3g - 2.0 * c4g;
 
     // Planetary perturbations: cos(phase - A) = cos(phase) cos A + sin(phase) sin A,
-    // with cos A and sin A built from the multiples of the mean anomalies.
-    const PlanetaryTables &tab = Tables();
-    Multiples mg, mp[7];
-    mg.Fill(g, kMaxMultiple);
-    for (int p : {1, 2, 4, 5, 6}) mp[p].Fill(gp[p], kMaxMultiple);
+    // with A = i gP + j g and cos A, sin A from the multiples by the
+    // addition theorem.
+    const double *mc = mult.c, *ms = mult.s;
     double dl = 0.0, dr = 0.0, db = 0.0;
     for (int k = 0; k < kNewcombTermCount; ++k) {
-        const NewcombTerm &term = kNewcombTerms[k];
-        double cA, sA;
-        Combine(mp[term.planet], term.i, mg, term.j, &cA, &sA);
-        dl += term.lonCoef * (tab.lon[k][0] * cA + tab.lon[k][1] * sA);
-        dr += term.radCoef * (tab.rad[k][0] * cA + tab.rad[k][1] * sA);
+        const int p = tab.lonAt[k][0], e = tab.lonAt[k][1];
+        const double cA = mc[p] * mc[e] - ms[p] * ms[e], sA = ms[p] * mc[e] + mc[p] * ms[e];
+        dl += kNewcombTerms[k].lonCoef * (tab.lon[k][0] * cA + tab.lon[k][1] * sA);
+        dr += kNewcombTerms[k].radCoef * (tab.rad[k][0] * cA + tab.rad[k][1] * sA);
     }
     for (int k = 0; k < kNewcombLatTermCount; ++k) {
-        const NewcombLatTerm &term = kNewcombLatTerms[k];
-        double cA, sA;
-        Combine(mp[term.planet], term.i, mg, term.j, &cA, &sA);
-        db += term.coef * (tab.lat[k][0] * cA + tab.lat[k][1] * sA);
+        const int p = tab.latAt[k][0], e = tab.latAt[k][1];
+        const double cA = mc[p] * mc[e] - ms[p] * ms[e], sA = ms[p] * mc[e] + mc[p] * ms[e];
+        db += kNewcombLatTerms[k].coef * (tab.lat[k][0] * cA + tab.lat[k][1] * sA);
     }
 
     // Lunar inequalities: mean elongation D, the Moon's mean anomaly m, its
@@ -155,9 +182,9 @@ void NewcombEclipticOfDate(double jde, double *lon, double *lat, double *r) {
     const double m = 296.1046083 + 13.0649924465 * t + 0.009191667 * T2 + 1.4389e-5 * T3;
     const double F = 11.2508889 + 13.22935044901 * t - 0.003211111 * T2 - 3.33e-7 * T3;
     const double u = 20.5134028 + 1.038601257586 * t - 0.001775278 * T2 - 2.222e-6 * T3;
-    Multiples mD;
-    mD.Fill(D, 3);
-    const double sD = mD.s[1], cD = mD.c[1], s3D = mD.s[3], c3D = mD.c[3];
+    double mDc[7], mDs[7];
+    FillMultiples(D, 3, mDc + 3, mDs + 3);
+    const double sD = mDs[4], cD = mDc[4], s3D = mDs[6], c3D = mDc[6];
     const SinCos scm = FastSinCosDeg(m), scF = FastSinCosDeg(F), sc2u = FastSinCosDeg(2.0 * u);
     const double sm = scm.s, cm = scm.c;
     const double sF = scF.s, cF = scF.c;
