@@ -175,12 +175,6 @@ TEST(KvxMoonsCli, JupiterOffsetsAreTheLibrarys) {
     EXPECT_NEAR(moons[k]["east_arcsec"].num(), east, 0.01);  // flat-sky offset; projections differ < 1e-6" at 3'
 }
 
-// The text draws the strip (E ... O ... W).
-TEST(KvxMoonsCli, TextStrip) {
-    const auto r = Ok("moons saturn --date 2024-06-01T00:00 --tz 0");
-    EXPECT_NE(r.out.find('O', r.out.find("E ")), std::string::npos) << r.out;
-}
-
 TEST(KvxMoonsCli, JupiterMonthListsTheSearchInLocalTime) {
     const auto r = Ok("jupiter --month 2024-01 --tz 9 --json");
     const ADate first{2024, 1, 1, 0, 0, 0.0, 9.0}, next{2024, 2, 1, 0, 0, 0.0, 9.0};

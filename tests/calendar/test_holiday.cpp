@@ -1,9 +1,8 @@
-// Public holidays against two npm packages 1948-2100; substitute, between-day and one-time rules, the
-// equinox formula and the listing order.
+// Public holidays against two npm packages 1948-2100 (the equinox formula's days among them); substitute,
+// between-day and one-time rules, the formula beyond 2100, and the listing order.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <set>
 #include <string>
@@ -55,7 +54,7 @@ TEST(HolidayRules, KindOfEveryRule) {
     for (const auto &c : kvx::test::ExpectedRows("holiday_kinds.txt"))
         EXPECT_EQ(Holiday_CheckDay(c[0], c[1], c[2]), c[3]) << c[0] << "-" << c[1] << "-" << c[2];
     EXPECT_EQ(YearList(1947).size(), 0u);
-    // Ranges the Sun comparison below does not reach: 1899 (offset 19.8277), 2101-2150 (21.851, 24.2488).
+    // Equinox ranges the npm comparison does not reach: 1899 (offset 19.8277), 2101-2150 (21.851, 24.2488).
     EXPECT_EQ(kvx::holiday::VernalEquinoxDay(1899) * 100 + kvx::holiday::AutumnalEquinoxDay(1899), 2123);
     EXPECT_EQ(kvx::holiday::VernalEquinoxDay(2150) * 100 + kvx::holiday::AutumnalEquinoxDay(2150), 2123);
 }
@@ -78,22 +77,6 @@ TEST(HolidayRules, ListingOrder) {
     const auto list = YearList(2020);
     const auto at = [&](int kind) { return std::ranges::find(list, kind, &Listed::kind) - list.begin(); };
     EXPECT_TRUE(at(7) < at(24) && at(24) < at(12));  // autumnal equinox, Sports Day, Culture Day
-}
-
-// The formula gives the Japan-time day of the equinoxes from Swiss Ephemeris in every year 1900-2100.
-TEST(HolidayRules, EquinoxFormulaAgainstTheSun) {
-    const Reference terms("solar_terms_swe.txt", {"year", "longitude", "jde"});
-    int compared = 0;
-    for (const auto &row : terms) {
-        const int year = static_cast<int>(row["year"]), longitude = static_cast<int>(row["longitude"]);
-        if (longitude != 0 && longitude != 180) continue;
-        ADate local;
-        JdToDate2(DtToUt(row["jde"]) + 9.0 / 24.0, &local);
-        ++compared;
-        EXPECT_EQ(longitude == 0 ? kvx::holiday::VernalEquinoxDay(year) : kvx::holiday::AutumnalEquinoxDay(year),
-                  local.day) << year << (longitude == 0 ? " March" : " September");
-    }
-    EXPECT_EQ(compared, 402);
 }
 
 TEST(HolidayRules, IndexAndAbsurdYears) {

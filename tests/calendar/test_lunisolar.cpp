@@ -1,5 +1,5 @@
-// The lunisolar calendar 1900-2100 against a derivation from Swiss Ephemeris (UTC+9) and lunar-javascript's
-// Chinese calendar where both agree; the key-year table, leap months, conversions and the zone cache.
+// The lunisolar calendar 1900-2100 against a derivation from Swiss Ephemeris (UTC+9); the key-year table, leap
+// months, conversions and the zone cache.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <functional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -20,8 +19,8 @@ namespace {
 using kvx::test::Reference;
 
 // A month by its first civil day; from the Swiss Ephemeris derivation also the new moon's distance from
-// midnight (minutes) and whether UTC+8 gives the same month.
-struct Month { double start; int number; double margin = 0.0; int agreesUtc8 = 0; };
+// midnight (minutes).
+struct Month { double start; int number; double margin = 0.0; };
 
 // The table of key year K in zone tz, built through a conversion in June.
 std::vector<Month> KeyTable(int key, double tz) {
@@ -52,9 +51,9 @@ int Locate(const std::vector<Month> &months, double jd) {
 // Consecutive civil days on which the library and a reference disagree.
 struct Run { double first, last; int libMonth, refMonth; };
 
-// Every civil day 1900-01-01 to 2100-11-30 (the key-year 2100 table's last) converted in UTC+9 and compared,
-// on the days `use` accepts, with the reference months.
-std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<bool(double)> &use) {
+// Every civil day 1900-01-01 to 2100-11-30 (the key-year 2100 table's last) converted in UTC+9 and compared
+// with the reference months.
+std::vector<Run> CompareDays(const std::vector<Month> &ref) {
     std::vector<Run> runs;
     const double first = CalcJd(1900, 1, 1), last = CalcJd(2100, 11, 30);
     for (double jd = first; jd <= last; jd += 1.0) {
@@ -63,7 +62,7 @@ std::vector<Run> CompareDays(const std::vector<Month> &ref, const std::function<
         civil.tz = 9.0;
         Calender_NewToOld(&civil, &old);
         const int k = Locate(ref, jd);
-        if (k < 0 || (use && !use(jd))) continue;
+        if (k < 0) continue;
         const int refMonth = ref[k].number, refDay = static_cast<int>(jd - ref[k].start) + 1;
         if (old.month == refMonth && old.day == refDay) continue;
         if (!runs.empty() && runs.back().last == jd - 1.0)
@@ -78,7 +77,7 @@ std::vector<Month> SweMonths() {
     const Reference swe("lunisolar_swe.txt", {"start", "month", "nm_margin", "term_margin", "agrees_utc8"});
     std::vector<Month> out;
     for (const auto &row : swe)
-        out.push_back({row["start"], static_cast<int>(row["month"]), row["nm_margin"], static_cast<int>(row["agrees_utc8"])});
+        out.push_back({row["start"], static_cast<int>(row["month"]), row["nm_margin"]});
     return out;
 }
 
@@ -106,26 +105,7 @@ TEST(LunisolarReference, SwissEphemerisDerivation1900To2100) {
         EXPECT_TRUE(e[6] == 0.0 || std::any_of(swe.begin(), swe.end(), [&](const Month &m) {
                         return std::fabs(m.margin - e[6]) < 0.05 && m.margin < 2.0;
                     })) << e[0] << " " << e[6];
-    ExpectRuns(CompareDays(swe, nullptr), "lunisolar_differences_swe.txt");
-}
-
-// lunar-javascript (UTC+8), on the days where the derivation's months agree in UTC+8 and UTC+9.
-TEST(LunisolarReference, LunarJavascriptWhereBothCalendarsAgree) {
-    const auto swe = SweMonths();
-    const Reference ljs("lunar_javascript.txt", {"year", "month", "day", "lunar_month"});
-    std::vector<Month> chinese;
-    for (const auto &row : ljs)
-        chinese.push_back({CalcJd(row["year"], row["month"], row["day"]), static_cast<int>(row["lunar_month"])});
-    ASSERT_GT(chinese.size(), 2480u);
-    int used = 0;
-    const auto runs = CompareDays(chinese, [&](double jd) {
-        const int i = Locate(swe, jd);
-        const bool same = i >= 0 && swe[i].agreesUtc8 && swe[i + 1].agreesUtc8;
-        used += same;
-        return same;
-    });
-    EXPECT_GT(used, 65000);  // of 73,383 days
-    ExpectRuns(runs, "lunisolar_differences_chinese.txt");
+    ExpectRuns(CompareDays(swe), "lunisolar_differences_swe.txt");
 }
 
 ADate Old(int year, int month, int day, double tz = 9.0) { return ADate{year, month, day, 0, 0, 0.0, tz}; }

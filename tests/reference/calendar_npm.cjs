@@ -1,7 +1,7 @@
-// Reference holidays and Chinese lunisolar months from npm packages.
+// Reference holidays from npm packages.
 //
 //   mkdir -p /tmp/npm-cal && cd /tmp/npm-cal && \
-//     npm install @holiday-jp/holiday_jp@2.5.1 japanese-holidays@1.0.10 lunar-javascript@1.7.7
+//     npm install @holiday-jp/holiday_jp@2.5.1 japanese-holidays@1.0.10
 //   NODE_PATH=/tmp/npm-cal/node_modules node calendar_npm.cjs data
 //
 // Writes:
@@ -9,17 +9,13 @@
 //       either package: year, month, day, and a mask: 1 = listed by
 //       @holiday-jp/holiday_jp (its table covers 1970-2050), 2 = listed by
 //       japanese-holidays (rules, every year).
-//   lunar_javascript.txt  every month of the Chinese calendar (UTC+8)
-//       starting 1900-2100: civil year, month and day of its first day, and
-//       its number (negative for a leap month, as the package gives it).
 const fs = require('fs');
 const path = require('path');
 const holidayJp = require('@holiday-jp/holiday_jp');
 const JapaneseHolidays = require('japanese-holidays');
-const { LunarYear, Solar } = require('lunar-javascript');
 
 const dir = process.argv[2] || '.';
-const versions = ['@holiday-jp/holiday_jp', 'japanese-holidays', 'lunar-javascript']
+const versions = ['@holiday-jp/holiday_jp', 'japanese-holidays']
   .map((p) => p + ' ' + require(p + '/package.json').version).join(', ');
 
 const days = new Map();
@@ -43,17 +39,3 @@ for (const k of [...days.keys()].sort((a, b) => a - b)) {
   out += `${Math.floor(k / 10000)} ${Math.floor(k / 100) % 100} ${k % 100} ${days.get(k)}\n`;
 }
 fs.writeFileSync(path.join(dir, 'holidays_npm.txt'), out);
-
-const months = new Map();
-for (let y = 1899; y <= 2101; ++y) {
-  for (const m of LunarYear.fromYear(y).getMonths()) {
-    const s = Solar.fromJulianDay(m.getFirstJulianDay());
-    if (s.getYear() < 1900 || s.getYear() > 2100) continue;
-    months.set(key(s.getYear(), s.getMonth(), s.getDay()), m.getMonth());
-  }
-}
-out = '# ' + versions + '\n# year month day lunar_month (negative: leap)\n';
-for (const k of [...months.keys()].sort((a, b) => a - b)) {
-  out += `${Math.floor(k / 10000)} ${Math.floor(k / 100) % 100} ${k % 100} ${months.get(k)}\n`;
-}
-fs.writeFileSync(path.join(dir, 'lunar_javascript.txt'), out);
