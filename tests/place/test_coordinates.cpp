@@ -112,15 +112,6 @@ TEST(Coordinates, SameSystemAndUnknownCodes) {
     }
 }
 
-// The J2000.0 ecliptic's anchor, the solstice (elsewhere only round trips; the horizon is anchored by the hd2ae rows
-// above).
-TEST(Coordinates, EclipticOfJ2000Anchor) {
-    const ATime t = HandTime(kJ2000, 23.44, 23.44, nullptr, nullptr, 123.0, 35.6);
-    const Ad solstice = Convert(t, 3, Ad{90.0, GetEp(kJ2000)}, 7);
-    EXPECT_NEAR(solstice.a, 90.0, 1e-9);  // rounding of one rotation
-    EXPECT_NEAR(solstice.d, 0.0, 1e-12);
-}
-
 TEST(PositionAngle, PaDistToAdInvertsAdToPaDist) {
     const Ad c{10.0, 20.0}, north{10.0, 30.0};
     double pa = 0.0, dist = 0.0, worst = 0.0;
