@@ -44,7 +44,6 @@ TEST(ATimeFill, SettersWriteLocalTimeDeltaTTheObserverAndPrecession) {
     EXPECT_EQ(std::memcmp(a.obsPos, want, sizeof want), 0);
     SetATimeJd2(a.jd, 1000.0, -5.0, &obs, &a);
     EXPECT_EQ(std::memcmp(a.obsPos, want, sizeof want), 0);
-    EXPECT_NEAR(Norm(want) * 149597870.0, 6371.0, 10.0);
     // Both matrices, from one evaluation and a table made at first use, are
     // the bits of GetPrecMtx, across the +-30-century clamps and near J2000.0.
     for (double jd : {2451545.0, 2451545.4, 2460000.3, 1000000.5, 1355794.0, 3547296.0, 5e6, -1e6}) {

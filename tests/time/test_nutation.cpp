@@ -1,4 +1,5 @@
-// Nutation: the truncated IAU 1980 series against ERFA's nut80; the matrix.
+// Nutation: the truncated IAU 1980 series against ERFA's nut80 (the matrix: through the apparent places of the
+// coordinate and almanac tests).
 
 #include <tuple>
 
@@ -30,23 +31,6 @@ TEST(Nutation, SeriesMatchesTheFullIau1980SeriesOfErfaFrom1600To2400) {
         EXPECT_EQ(std::vector<double>({a[0], a[1]}), std::vector<double>({b[0], b[1]}));
         EXPECT_NE(a[0], c[0]);
     }
-}
-
-// The mean equinox is (cos dpsi, cos e sin dpsi, sin e sin dpsi) in the true frame (e: true obliquity); the ecliptic
-// pole (0, -sin eps, cos eps) of the mean equator is (0, -sin e, cos e) of the true one.
-TEST(Nutation, MatrixTakesTheMeanEquinoxToTheTrueOne) {
-    const double nut[2] = {-13.9236 / 3600.0, -5.7745 / 3600.0}, eps = 23.4392794444;
-    double n[9];
-    GetNutationMtx(nut, eps, n);
-    const double e = (eps + nut[1]) * kDegToRad, dpsi = nut[0] * kDegToRad;
-    const Dc pole{0.0, -std::sin(eps * kDegToRad), std::cos(eps * kDegToRad)};
-    Dc truePole;
-    RotateDc(&pole, n, &truePole);
-    const double got[6] = {n[0], n[3], n[6], truePole.x, truePole.y, truePole.z};
-    const double want[6] = {std::cos(dpsi), std::cos(e) * std::sin(dpsi), std::sin(e) * std::sin(dpsi),
-                            0.0, -std::sin(e), std::cos(e)};
-    // Rounding of unit vectors; the pole's x is a difference of products near 0.
-    for (int k = 0; k < 6; ++k) EXPECT_NEAR(got[k], want[k], k == 3 ? 1e-16 : 1e-15) << k;
 }
 
 }  // namespace
