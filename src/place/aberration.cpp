@@ -11,19 +11,11 @@
 // classical formula v - u (u . v) (Explanatory Supplement to the
 // Astronomical Almanac, 1992, sect. 3.252), written out component by
 // component; the trigonometric factors are worked out once per instant.
-//
-// The circular and the eccentric terms have the same products, so the two
-// are evaluated side by side in the lanes of a pair. Each lane performs the
-// published operations in their published order; a difference a - b is
-// written as a + (-b) and -(a + b) as the negated sum where a lane needs it,
-// which IEEE arithmetic rounds identically, so the result has the bits of
-// the formulas evaluated one term at a time.
 #include <cmath>
 
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "math/fast_trig.h"
-#include "math/pair.h"
 #include "place/apparent.h"
 
 namespace kvx::place {
@@ -38,15 +30,14 @@ AberrationTerms Evaluate(double jde, double epsTrue) {
     const double S = degmal(280.4606 + 36000.770054 * T + 0.000388 * T * T + 1.915 * FastSinDeg(M) +
                             0.02 * FastSinDeg(2.0 * M));
     const double w = degmal(102.93735 + 0.332856 * T);
-    const double kappa = kAberrationConstant * kArcsecToRad;
-    const SinCos sS = FastSinCosDeg(S), sW = FastSinCosDeg(w), sE = FastSinCosDeg(epsTrue);
     AberrationTerms a;
-    a.k[0] = kappa;
-    a.k[1] = (0.01671022 - 3.804e-5 * T) * kappa;
-    a.sin[0] = sS.s;
-    a.sin[1] = sW.s;
-    a.cos[0] = sS.c;
-    a.cos[1] = sW.c;
+    a.kappa = kAberrationConstant * kArcsecToRad;
+    a.ek = (0.01671022 - 3.804e-5 * T) * a.kappa;
+    const SinCos sS = FastSinCosDeg(S), sW = FastSinCosDeg(w), sE = FastSinCosDeg(epsTrue);
+    a.sinS = sS.s;
+    a.cosS = sS.c;
+    a.sinW = sW.s;
+    a.cosW = sW.c;
     a.sinE = sE.s;
     a.cosE = sE.c;
     return a;
@@ -74,34 +65,19 @@ const AberrationTerms &MakeAberrationTerms(const ATime &t) {
     return last.terms;
 }
 
-// Lane by lane, with c = cos S or cos w and s = sin S or sin w:
-//   dx: k [ (1 - x^2) s + x y c cos eps + x z c sin eps ], the eccentric
-//       lane's published -(..) - .. - .. being the negated sum;
-//   dy: circular (y z c sin eps - (1 - y^2) c cos eps) - x y s,
-//       eccentric ((1 - y^2) c cos eps + x y s) - y z c sin eps;
-//   dz: circular (y z c cos eps - x z s) - (1 - z^2) c sin eps,
-//       eccentric ((1 - z^2) c sin eps + x z s) - y z c cos eps.
 void AberrationDisplacement(const AberrationTerms &a, const double p[3], double d[3]) {
-    using namespace kvx::pair;
     const double x = p[0], y = p[1], z = p[2];
-    const double xy = x * y, xz = x * z, yz = y * z;
-    const double x2 = 1.0 - x * x, y2 = 1.0 - y * y, z2 = 1.0 - z * z;
-    const double sE = a.sinE, cE = a.cosE;
-    const Pair K = Load(a.k), Sn = Load(a.sin), Cs = Load(a.cos);
-    const Pair cSsW = Set(a.cos[0], a.sin[1]), sScW = Set(a.sin[0], a.cos[1]);
-    const Pair dx = Mul(K, Add(Add(Mul(Both(x2), Sn), Mul(Mul(Both(xy), Cs), Both(cE))),
-                               Mul(Mul(Both(xz), Cs), Both(sE))));
-    const Pair dy = Mul(K, Sub(Add(Mul(Mul(Set(yz, y2), Cs), Set(sE, cE)), Mul(Mul(Set(-y2, xy), cSsW), Set(cE, 1.0))),
-                               Mul(Mul(Set(xy, yz), sScW), Set(1.0, sE))));
-    const Pair dz = Mul(K, Sub(Add(Mul(Mul(Set(yz, z2), Cs), Set(cE, sE)), Mul(Set(-xz, xz), Sn)),
-                               Mul(Mul(Set(z2, yz), Cs), Set(sE, cE))));
-    double ox[2], oy[2], oz[2];
-    Store(ox, dx);
-    Store(oy, dy);
-    Store(oz, dz);
-    d[0] = ox[0] - ox[1];
-    d[1] = oy[0] + oy[1];
-    d[2] = oz[0] + oz[1];
+    const double k = a.kappa, ek = a.ek;
+    const double sS = a.sinS, cS = a.cosS, sW = a.sinW, cW = a.cosW, sE = a.sinE, cE = a.cosE;
+    double dx = k * ((1.0 - x * x) * sS + x * y * cS * cE + x * z * cS * sE);
+    double dy = k * (y * z * cS * sE - (1.0 - y * y) * cS * cE - x * y * sS);
+    double dz = k * (y * z * cS * cE - x * z * sS - (1.0 - z * z) * cS * sE);
+    dx += ek * (-(1.0 - x * x) * sW - x * y * cW * cE - x * z * cW * sE);
+    dy += ek * ((1.0 - y * y) * cW * cE + x * y * sW - y * z * cW * sE);
+    dz += ek * ((1.0 - z * z) * cW * sE + x * z * sW - y * z * cW * cE);
+    d[0] = dx;
+    d[1] = dy;
+    d[2] = dz;
 }
 
 void ApplyAberration(const AberrationTerms &a, const double v[3], bool add, double out[3]) {

@@ -6,16 +6,12 @@
 
 namespace kvx::place {
 
-// What the aberration displacement needs of the instant, as pairs of the
-// circular term (first) and the eccentric term (second): kappa and e kappa
-// (radians), the sines and the cosines of the Sun's true longitude S and of
-// the longitude of perihelion w; and the sine and cosine of the true
-// obliquity eps.
+// What the aberration displacement needs of the instant: kappa and e kappa
+// (radians), the sine and cosine of the Sun's true longitude S, of the
+// longitude of perihelion w and of the true obliquity eps.
 struct AberrationTerms {
-    alignas(16) double k[2];
-    alignas(16) double sin[2];
-    alignas(16) double cos[2];
-    double sinE, cosE;
+    double kappa, ek;
+    double sinS, cosS, sinW, cosW, sinE, cosE;
 };
 
 // The terms of t's instant. The reference is to the calling thread's copy of
