@@ -104,4 +104,30 @@ inline void ToAngles(const double v[3], double *lon, double *lat) {
     *lat = RadToDeg(std::atan2(v[2], rho));
 }
 
+// The unit vector of right ascension a and declination d (degrees): the body
+// of the exported AdToDc, inlined into the coordinate conversion.
+inline void FromAd(double aDeg, double dDeg, double v[3]) {
+    const double a = DegToRad(aDeg);
+    const double d = DegToRad(dDeg);
+    const double cd = std::cos(d);
+    const double x = cd * std::cos(a), y = cd * std::sin(a), z = std::sin(d);
+    v[0] = x;
+    v[1] = y;
+    v[2] = z;
+}
+
+// Right ascension (0..360, 0 for a vector on the z axis) and declination of
+// a unit vector by the arcsine of z, clamped at the poles: the body of the
+// exported DcToAd.
+inline void ToAd(const double v[3], double *aDeg, double *dDeg) {
+    double a = (v[1] == 0.0 && v[0] == 0.0) ? 0.0 : RadToDeg(std::atan2(v[1], v[0]));
+    if (a < 0.0) a += 360.0;
+    double d;
+    if (v[2] < -1.0) d = -90.0;
+    else if (v[2] > 1.0) d = 90.0;
+    else d = RadToDeg(std::asin(v[2]));
+    *aDeg = a;
+    *dDeg = d;
+}
+
 }  // namespace kvx::vec3

@@ -12,23 +12,16 @@ using kvx::RadToDeg;
 
 extern "C" void AdToDc(const Ad *in, Dc *out) {
     if (!in || !out) return;
-    const double a = DegToRad(in->a);
-    const double d = DegToRad(in->d);
-    const double cd = std::cos(d);
-    const double x = cd * std::cos(a), y = cd * std::sin(a), z = std::sin(d);
-    out->x = x;
-    out->y = y;
-    out->z = z;
+    double v[3];
+    kvx::vec3::FromAd(in->a, in->d, v);
+    *out = Dc{v[0], v[1], v[2]};
 }
 
 extern "C" void DcToAd(const Dc *in, Ad *out) {
     if (!in || !out) return;
-    double a = RadToDeg(atan3(in->y, in->x));
-    if (a < 0.0) a += 360.0;
-    double d;
-    if (in->z < -1.0) d = -90.0;
-    else if (in->z > 1.0) d = 90.0;
-    else d = RadToDeg(std::asin(in->z));
+    const double v[3] = {in->x, in->y, in->z};
+    double a, d;
+    kvx::vec3::ToAd(v, &a, &d);
     out->a = a;
     out->d = d;
 }

@@ -65,21 +65,6 @@ const AberrationTerms &MakeAberrationTerms(const ATime &t) {
     return last.terms;
 }
 
-void AberrationDisplacement(const AberrationTerms &a, const double p[3], double d[3]) {
-    const double x = p[0], y = p[1], z = p[2];
-    const double k = a.kappa, ek = a.ek;
-    const double sS = a.sinS, cS = a.cosS, sW = a.sinW, cW = a.cosW, sE = a.sinE, cE = a.cosE;
-    double dx = k * ((1.0 - x * x) * sS + x * y * cS * cE + x * z * cS * sE);
-    double dy = k * (y * z * cS * sE - (1.0 - y * y) * cS * cE - x * y * sS);
-    double dz = k * (y * z * cS * cE - x * z * sS - (1.0 - z * z) * cS * sE);
-    dx += ek * (-(1.0 - x * x) * sW - x * y * cW * cE - x * z * cW * sE);
-    dy += ek * ((1.0 - y * y) * cW * cE + x * y * sW - y * z * cW * sE);
-    dz += ek * ((1.0 - z * z) * cW * sE + x * z * sW - y * z * cW * cE);
-    d[0] = dx;
-    d[1] = dy;
-    d[2] = dz;
-}
-
 void ApplyAberration(const AberrationTerms &a, const double v[3], bool add, double out[3]) {
     double d[3];
     if (add) {

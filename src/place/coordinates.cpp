@@ -196,12 +196,13 @@ extern "C" Ad *Coordinates(const ATime *t, int32_t from, const Ad *in, int32_t t
         return const_cast<Ad *>(in);
     }
     if (!t) return nullptr;
-    Dc dc;
-    AdToDc(in, &dc);
-    double v[3] = {dc.x, dc.y, dc.z};
+    double v[3];
+    kvx::vec3::FromAd(in->a, in->d, v);
     ToHub(*t, from, v);
     FromHub(*t, to, v);
-    dc = Dc{v[0], v[1], v[2]};
-    DcToAd(&dc, out);
+    double a, d;
+    kvx::vec3::ToAd(v, &a, &d);
+    out->a = a;
+    out->d = d;
     return out;
 }
