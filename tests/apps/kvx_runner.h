@@ -14,6 +14,7 @@
 #include <string>
 
 #include "support/json.h"
+#include "support/reference.h"
 #include "test_support.h"
 
 namespace kvx::test {
@@ -42,7 +43,7 @@ inline std::string ReadWhole(FILE *f) {
 
 // `env` is an optional prefix of shell variable assignments ("NAME='v' ...").
 inline KvxResult RunKvx(const std::string &args, const std::string &env = "") {
-    const std::string errFile = ::testing::TempDir() + "kvx_stderr_" + std::to_string(getpid()) + ".txt";
+    const std::string errFile = kvx::test::TempPath("stderr.txt");
     // The system's zone is Tokyo's, as is the default place, unless the case sets TZ itself.
     const bool setsZone = env.rfind("TZ=", 0) == 0 || env.find(" TZ=") != std::string::npos;
     const std::string zone = setsZone ? "" : "TZ=Asia/Tokyo ";

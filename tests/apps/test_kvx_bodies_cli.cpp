@@ -210,7 +210,7 @@ const char *const kNeowise =
 // Three syndynes by four synchrones over one grid; the picture draws one curve for each, the ion tail and
 // the sunward arrow.
 TEST(KvxSvgCli, CometTailListingAndPicture) {
-    const std::string svg = ::testing::TempDir() + "kvx_tail.svg";
+    const std::string svg = kvx::test::TempPath("tail.svg");
     const auto j = Ok(std::string(kNeowise) + " --tail --betas 0.1,0.5,1 --ages 2,5,10,15 --svg '" + svg + "' --json").json();
     ASSERT_TRUE(j["syndynes"].size() == 3u && j["synchrones"].size() == 4u && j["syndynes"][1]["points"].size() == 4u);
     EXPECT_EQ(j["syndynes"][2]["points"][3]["ra_deg"].num(), j["synchrones"][3]["points"][2]["ra_deg"].num());
@@ -228,7 +228,7 @@ TEST(KvxSvgCli, CometTailListingAndPicture) {
 
 // Saturn's disc and its eight satellites, each named.
 TEST(KvxSvgCli, MoonsPicture) {
-    const std::string svg = ::testing::TempDir() + "kvx_moons.svg";
+    const std::string svg = kvx::test::TempPath("moons.svg");
     Ok("moons saturn --date 2024-09-08T00:00 --tz 0 --svg '" + svg + "'");
     const std::string x = kvx::test::ReadFile(svg);
     ASSERT_EQ(XmlElements(x).count("error"), 0u) << x.substr(0, 400);

@@ -94,7 +94,7 @@ TEST(KvxSatCli, BrokenElementLinesAreNamedInOneLine) {
                  {sets, " --days 0", "kvx: ", 2}};
     int k = 0;
     for (const auto &c : cases) {
-        const std::string file = ::testing::TempDir() + "kvx_sat_bad" + std::to_string(k++) + ".tle";
+        const std::string file = kvx::test::TempPath("sat_bad" + std::to_string(k++) + ".tle");
         std::ofstream(file) << c.file;
         const auto r = RunKvx("sat '" + file + "'" + c.args);
         EXPECT_EQ(r.status, 2) << k;

@@ -18,6 +18,7 @@
 #include <fstream>
 #include <functional>
 #include <map>
+#include <random>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -45,6 +46,11 @@ inline std::vector<std::vector<double>> ReadRows(const std::string &path) {
 
 inline std::string ReferencePath(const char *name) { return std::string(KVX_REFERENCE_DIR) + "/" + name; }
 inline std::string TestDataPath(const char *name) { return std::string(KVX_TEST_DATA_DIR) + "/" + name; }
+// A scratch file of this test process: test programs of several build trees may share the temporary folder.
+inline std::string TempPath(const std::string &name) {
+    static const std::string tag = std::to_string(std::random_device{}());
+    return ::testing::TempDir() + "kvx" + tag + "_" + name;
+}
 
 // Hand-checked expected values under tests/data/expected (rows of numbers, a header naming their source).
 inline std::vector<std::vector<double>> ExpectedRows(const char *name) {

@@ -30,7 +30,7 @@ TEST(DeltaTBuiltIn, MatchesIndependentEvaluationAndDtToUtInverts) {
 class DeltaTFile : public ::testing::Test {
 protected:
     bool Load(const std::string &text) {
-        const std::string path = ::testing::TempDir() + "kvx_delta_t.dat";
+        const std::string path = kvx::test::TempPath("delta_t.dat");
         std::ofstream(path, std::ios::binary) << text;
         return kvx::deltat::LoadFile(path.c_str());
     }
@@ -75,7 +75,7 @@ TEST_F(DeltaTFile, RejectedFilesKeepNoTable) {
         EXPECT_EQ(kvx::deltat::LoadedCount() + IsValidJdtFile(), 0);
         EXPECT_EQ(DeltaTDays(2455000.0), builtIn);
     }
-    EXPECT_FALSE(kvx::deltat::LoadFile((::testing::TempDir() + "kvx_no_such_file.dat").c_str()));
+    EXPECT_FALSE(kvx::deltat::LoadFile(kvx::test::TempPath("no_such_file.dat").c_str()));
     EXPECT_FALSE(kvx::deltat::LoadFile(nullptr));
 }
 
