@@ -111,27 +111,34 @@ void EquatorToHorizon(const ATime &t, double v[3]) {
     v[1] = -v[1];
 }
 
+// True equator and equinox of date with aberration -> the hub, and back.
+void ApparentToHub(const ATime &t, double v[3]) {
+    Rotate(t.nutInvMtx, v, v);
+    Rotate(t.precToJ2000, v, v);
+    Aberration(t, v, false);
+}
+
+void HubToApparent(const ATime &t, double v[3]) {
+    Aberration(t, v, true);
+    Rotate(t.precFromJ2000, v, v);
+    Rotate(t.nutMtx, v, v);
+}
+
 // Each system to the J2000.0 hub. Any code outside 1..10 is the hub itself.
 void ToHub(const ATime &t, int32_t from, double v[3]) {
     switch (from) {
-    case 2:
-        HorizonToEquator(t, v);
-        Rotate(t.nutInvMtx, v, v);
-        Rotate(t.precToJ2000, v, v);
-        Aberration(t, v, false);
-        break;
-    case 1: HorizonToEquator(t, v); [[fallthrough]];
-    case 5: Rotate(t.precToJ2000, v, v); break;
-    case 9: Rotate(t.eclToEq, v, v); [[fallthrough]];
-    case 6:
-        Rotate(t.nutInvMtx, v, v);
-        Rotate(t.precToJ2000, v, v);
-        Aberration(t, v, false);
-        break;
-    case 8:
+    case 2: HorizonToEquator(t, v); [[fallthrough]];
+    case 6: ApparentToHub(t, v); break;
+    case 9:
         Rotate(t.eclToEq, v, v);
+        ApparentToHub(t, v);
+        break;
+    case 1:
+        HorizonToEquator(t, v);
         Rotate(t.precToJ2000, v, v);
         break;
+    case 8: Rotate(t.eclToEq, v, v); [[fallthrough]];
+    case 5: Rotate(t.precToJ2000, v, v); break;
     case 7: Rotate(Frames().eclJ2000ToEq, v, v); break;
     case 10: {
         const FixedFrames &f = Frames();
@@ -155,22 +162,18 @@ void FromHub(const ATime &t, int32_t to, double v[3]) {
         EquatorToHorizon(t, v);
         break;
     case 2:
-        Aberration(t, v, true);
-        Rotate(t.precFromJ2000, v, v);
-        Rotate(t.nutMtx, v, v);
+        HubToApparent(t, v);
         EquatorToHorizon(t, v);
         break;
-    case 5: Rotate(t.precFromJ2000, v, v); break;
-    case 6:
-    case 9:
-        Aberration(t, v, true);
-        Rotate(t.precFromJ2000, v, v);
-        Rotate(t.nutMtx, v, v);
-        if (to == 9) Rotate(t.eqToEcl, v, v);
-        break;
+    case 5:
     case 8:
         Rotate(t.precFromJ2000, v, v);
-        Rotate(t.eqToEcl, v, v);
+        if (to == 8) Rotate(t.eqToEcl, v, v);
+        break;
+    case 6:
+    case 9:
+        HubToApparent(t, v);
+        if (to == 9) Rotate(t.eqToEcl, v, v);
         break;
     case 7: Rotate(Frames().eqToEclJ2000, v, v); break;
     case 4:
