@@ -17,6 +17,7 @@
 #include "math/constants.h"
 #include "math/fast_trig.h"
 #include "place/apparent.h"
+#include "platform/thread_cache.h"
 
 namespace kvx::place {
 
@@ -55,7 +56,7 @@ const AberrationTerms &MakeAberrationTerms(const ATime &t) {
         bool valid;
         AberrationTerms terms;
     };
-    thread_local Last last{0.0, 0.0, false, {}};
+    Last &last = platform::ThreadCache<Last>();
     if (!(last.valid && last.jde == t.jde && last.epsTrue == t.epsTrue)) {
         last.terms = Evaluate(t.jde, t.epsTrue);
         last.jde = t.jde;

@@ -23,6 +23,7 @@
 #include "math/constants.h"
 #include "math/vec3.h"
 #include "place/apparent.h"
+#include "platform/thread_cache.h"
 
 namespace {
 
@@ -76,8 +77,10 @@ struct HorizonTurns {
 };
 
 const HorizonTurns &Turns(const ATime &t, bool toEquator) {
-    thread_local HorizonTurns last[2] = {};
-    HorizonTurns &h = last[toEquator ? 1 : 0];
+    struct Last {
+        HorizonTurns turns[2];
+    };
+    HorizonTurns &h = kvx::platform::ThreadCache<Last>().turns[toEquator ? 1 : 0];
     if (!(h.valid && h.lst == t.lst && h.latitude == t.obsLatitude)) {
         if (toEquator) {
             RotateY(t.obsLatitude - 90.0, h.first);

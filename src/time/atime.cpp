@@ -12,6 +12,7 @@
 #include "kvxlib.h"
 #include "math/constants.h"
 #include "time/precession.h"
+#include "platform/thread_cache.h"
 
 namespace {
 
@@ -79,10 +80,10 @@ EllipsoidPlace PlaceOnEllipsoid(const Observer &obs, double e2, double oneMinusE
 // fills is usually for one observer: the last one is kept per thread.
 EllipsoidPlace CachedPlace(const Observer &obs, double e2, double oneMinusE2, double a) {
     struct Last {
-        double key[6];
-        EllipsoidPlace place;
+        double key[6] = {std::nan(""), 0.0, 0.0, 0.0, 0.0, 0.0};
+        EllipsoidPlace place{};
     };
-    thread_local Last last{{std::nan(""), 0.0, 0.0, 0.0, 0.0, 0.0}, {}};
+    Last &last = kvx::platform::ThreadCache<Last>();
     const double key[6] = {obs.latitude, obs.longitude, obs.height, e2, oneMinusE2, a};
     bool same = true;
     for (int k = 0; k < 6; ++k) same = same && key[k] == last.key[k];

@@ -13,6 +13,7 @@
 #include "math/vec3.h"
 #include "place/constellation.h"
 #include "time/precession.h"
+#include "platform/thread_cache.h"
 
 namespace kvx::prec {
 
@@ -48,10 +49,9 @@ void Copy(const double from[9], double to[9]) {
 // The last date evaluated on this thread: after an ATime fill, the Sun's
 // theory, the planets and the observer's vector ask again for the same date.
 struct LastDate {
-    double jd;
-    double p[9];
+    double jd = std::nan("");
+    double p[9] = {};
 };
-thread_local LastDate gLastDate{std::nan(""), {}};
 
 // P(jd) from the constant epochs, the date's memo, the thread's last date,
 // or evaluated.
@@ -60,7 +60,7 @@ void BiasPrecessionAt(double jd, DateMatrix *memo, double out[9]) {
     for (int k = 0; k < ConstantEpochs::kCount; ++k)
         if (jd == c.jd[k]) return Copy(c.p[k], out);
     if (memo && memo->jd == jd && memo->evaluated) return Copy(memo->p, out);
-    LastDate &last = gLastDate;
+    LastDate &last = platform::ThreadCache<LastDate>();
     if (last.jd == jd) {
         Copy(last.p, out);
     } else {

@@ -19,6 +19,7 @@
 #include "kvxlib.h"
 #include "platform/file.h"
 #include "solar/ephem/jpl_query.h"
+#include "platform/thread_cache.h"
 
 namespace kvx::jpl {
 
@@ -138,17 +139,21 @@ bool ParseKqHeader(Reader *r) {
 // for each of two handle slots (the main ephemeris and the Moon file open
 // one after the other and so take different slots). Keyed by the reader's
 // serial, which no other reader ever gets, so a stale entry of a closed
-// reader is never taken for a new one. Zero-initialised: serial 0 is empty.
+// reader is never taken for a new one. Zero-initialised (a thread's cache
+// object, platform/thread_cache.h): serial 0 is empty.
 struct RecordCache {
     uint64_t serial;
     int32_t record;
     double coefficients[kBufferDoubles];
 };
-thread_local RecordCache gRecordCache[2];
 
 std::atomic<uint64_t> gNextSerial{1};
 
-RecordCache &CacheFor(const Reader *r) { return gRecordCache[r->serial & 1]; }
+struct RecordCaches {
+    RecordCache slot[2];
+};
+
+RecordCache &CacheFor(const Reader *r) { return platform::ThreadCache<RecordCaches>().slot[r->serial & 1]; }
 
 // Reads record n into the calling thread's cache and points *coefficients
 // at it; returns a Code. Kept out of line: the hit test (Locate) is the
